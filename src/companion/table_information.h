@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+#include "model/document_stamp.h"
+#include "model/project.h"
+
+/// Documents written beside the program.
+namespace companion {
+
+/// The text of the table information file (.TI7); lines end in CR LF.
+std::string tableInformation(const model::Project& project, const model::DocumentStamp& stamp);
+
+}  // namespace companion

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/project.h"
+
+/// Conditions as text of the program language.
+namespace model {
+
+/// " <", " <=", " >", " >=", " =", " <>" for codes 0 to 5; "??" otherwise.
+std::string_view operatorText(int code);
+
+/// A condition counts when it has a variable and a known operator, or a free expression.
+bool isComplete(const Condition& condition);
+
+/// "VBlk1(3) > 100"; flags read "Flag(3) = True"; "" for an incomplete condition.
+std::string conditionText(const Condition& condition);
+
+/// Start (0) or stop (1) expression of a table, conditions joined by their logic; "" without one.
+std::string triggerText(const OutputTable& table, int trigger);
+std::string writeIfText(const OutputTable& table);
+/// The scan's burst trigger; "" when there is none.
+std::string burstTriggerText(const ScanSetup& scan);
+
+bool hasActiveTrigger(const OutputTable& table);
+bool hasActiveWriteIf(const OutputTable& table);
+
+/// Statement that switches the logger off on a measurement; "" when that is not enabled.
+std::string powerOffLine(const LoggerConfiguration& configuration);
+
+/// Every expression of the project, for asking whether a variable is tested anywhere.
+std::vector<std::string> allExpressions(const Project& project);
+
+/// A condition line of a flag: code, and the comment that the program adds.
+struct CommentedLine {
+  std::string code, comment;
+};
+/// Lines that set flag 1 to 8; empty when the flag is not controlled.
+std::vector<CommentedLine> flagLines(const Project& project, std::size_t flag);
+
+}  // namespace model

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace text {
+
+/// Writes JSON as it comes, without a document in memory: every 64 KiB the finished text goes to
+/// the drain. Nesting and commas are kept here; keys and values are given in order.
+class JsonWriter {
+ public:
+  using Drain = std::function<void(std::string_view)>;
+  explicit JsonWriter(Drain drain);
+  ~JsonWriter() = default;
+  JsonWriter(const JsonWriter&) = delete;
+  JsonWriter& operator=(const JsonWriter&) = delete;
+
+  void openObject() { open('{'); }
+  void closeObject() { close('}'); }
+  void openArray() { open('['); }
+  void closeArray() { close(']'); }
+  void key(std::string_view name);
+
+  void value(std::string_view text);
+  void value(const char* text) { value(std::string_view(text)); }
+  void value(const std::string& text) { value(std::string_view(text)); }
+  void value(bool flag);
+  void value(double number);  // not-a-number and infinity become null
+  void value(std::int64_t number);
+  void value(int number) { value(static_cast<std::int64_t>(number)); }
+
+  template <class T>
+  void member(std::string_view name, const T& content) {
+    key(name);
+    value(content);
+  }
+
+  /// Ends the document with a line break and hands the rest to the drain.
+  void finish();
+
+ private:
+  void open(char bracket);
+  void close(char bracket);
+  void comma();
+  void drainWhenFull();
+
+  Drain drain_;
+  std::string buffer_;
+  bool first_ = true;
+};
+
+}  // namespace text
