@@ -75,7 +75,8 @@ class cCanConfig {
   [[nodiscard]] std::string J1939_FieldBinString(int field) const;
   [[nodiscard]] std::string J1939_FieldStartBit(int field) const;
   [[nodiscard]] std::uint8_t J1939_FieldVal(int field) const;
-  void J1939_FieldVal(int field, std::int32_t value);  // clamped; rebuilds the identifier
+  /// Clamps the value and rebuilds the identifier, unless that has 11 bits and no fields.
+  void J1939_FieldVal(int field, std::int32_t value);
 
   [[nodiscard]] std::unique_ptr<cCanConfig> Clone() const;
   bool operator==(const cCanConfig&) const = default;
@@ -92,6 +93,10 @@ class cCanConfig {
   std::int32_t rxTimeout_ = 100;
   std::int16_t startBit_ = 1;
   std::int16_t numBits_ = 1;
+  std::array<std::uint8_t, 6> fieldValues_ = {};  // of the 29-bit identifier
+
+  bool setIdentifier(std::string& identifier, std::string_view text);
+  void readFields();
 };
 
 /// The number that an identifier text stands for, clamped to the largest identifier; nothing

@@ -29,17 +29,17 @@ struct MultiplexerPlace {
 };
 
 struct BlockPlace {
-  Place first;         // of the first channel; differential or single-ended as measured
-  Place excitation;    // bridges: switched channel 1 to 8, or 8 + analog output with CheckCAO
-  int reference = 0;   // index into TRef() or IsoTRef(); 0: none
+  Place first;        // of the first channel; differential or single-ended as measured
+  Place excitation;   // bridges: switched channel 1 to 8, or 8 + analog output with CheckCAO
+  int reference = 0;  // index into TRef() or IsoTRef(); 0: none
   std::vector<MultiplexerPlace> multiplexers;
 };
 
 /// A port group in the order of the project file: a 7131, or half a 7141/42.
 struct PortGroupPlace {
   int slot = 0;
-  bool upper = false;   // ports 9 to 16
-  bool input = false;   // the module can read
+  bool upper = false;  // ports 9 to 16
+  bool input = false;  // the module can read
 };
 
 /// Channels in use, as the project file states them.

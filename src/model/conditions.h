@@ -12,7 +12,8 @@ namespace model {
 /// " <", " <=", " >", " >=", " =", " <>" for codes 0 to 5; "??" otherwise.
 std::string_view operatorText(int code);
 
-/// A condition counts when it has a variable and a known operator, or a free expression.
+/// A condition counts when it has a variable and a known operator, or a free expression. A flag
+/// counts when the logger has it.
 bool isComplete(const Condition& condition);
 
 /// "VBlk1(3) > 100"; flags read "Flag(3) = True"; "" for an incomplete condition.
@@ -20,6 +21,7 @@ std::string conditionText(const Condition& condition);
 
 /// Start (0) or stop (1) expression of a table, conditions joined by their logic; "" without one.
 std::string triggerText(const OutputTable& table, int trigger);
+/// Write-if expression of a table, grouped as the table says; "" without one.
 std::string writeIfText(const OutputTable& table);
 /// The scan's burst trigger; "" when there is none.
 std::string burstTriggerText(const ScanSetup& scan);
@@ -27,8 +29,19 @@ std::string burstTriggerText(const ScanSetup& scan);
 bool hasActiveTrigger(const OutputTable& table);
 bool hasActiveWriteIf(const OutputTable& table);
 
+/// True for a grouping of write-if conditions that can be used: empty, or the numbers 1 to
+/// `conditions` joined by And, Or, Not and parentheses.
+bool isWriteIfGrouping(std::string_view grouping, int conditions);
+
 /// Statement that switches the logger off on a measurement; "" when that is not enabled.
 std::string powerOffLine(const LoggerConfiguration& configuration);
+/// The same at a time of day or a date; "" when that is not enabled or no field takes part.
+std::string timePowerOffLine(const LoggerConfiguration& configuration);
+/// "PowerOff (0,10,Min)": what the battery saver does below its trip level.
+std::string batterySaverStatement(const LoggerConfiguration& configuration);
+
+/// Three program lines for each complete line of the status monitor.
+std::vector<std::string> statusMonitorLines(const LoggerConfiguration& configuration);
 
 /// Every expression of the project, for asking whether a variable is tested anywhere.
 std::vector<std::string> allExpressions(const Project& project);

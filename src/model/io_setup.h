@@ -30,7 +30,7 @@ struct PowerOutTables {
 
 struct Port {
   bool Include = false;
-  std::int16_t Polarity = 0;  // 0 high when true, 1 low when true
+  std::int16_t Polarity = 0;    // 0 high when true, 1 low when true
   std::int16_t BinaryMask = 0;  // weight of a read port; 0: 2^(n-1)
   std::array<Condition, conditionsPerPort> conditions;
   bool operator==(const Port&) const = default;

@@ -60,9 +60,9 @@ struct LoggerConfiguration {
   std::string PowerOffMeasVar;
   std::int16_t PowerOffCompare = 2;  // operator code
   double PowerOffValue = 0;
-  double PowerOffTime = 1;         // in the unit PowerOffMins
-  double PowerOffPOTime = 1;       // in the unit PowerOnMins
-  std::int16_t PowerOffMins = 4;   // time-unit codes 2 to 5
+  double PowerOffTime = 1;        // in the unit PowerOffMins
+  double PowerOffPOTime = 1;      // in the unit PowerOnMins
+  std::int16_t PowerOffMins = 4;  // time-unit codes 2 to 5
   std::int16_t PowerOnMins = 4;
   std::string PowerOffLine;
   bool AutoChan = true;  // off: every block begins on a module of its own

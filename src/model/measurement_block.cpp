@@ -20,9 +20,9 @@ constexpr std::array<BlockKindInfo, blockKinds> kindInfos = {{
 }};
 
 const std::vector<std::string_view> standardRanges = {"50 mV", "200 mV", "500 mV", "2 Volts"};
-const std::vector<std::string_view> wideRanges = {
-    "20 mV",   "50 mV",    "200 mV",   "500 mV",   "1000 mV", "5000 mV",
-    "2 Volts", "10 Volts", "20 Volts", "50 Volts", "60 Volts"};
+const std::vector<std::string_view> wideRanges = {"20 mV",    "50 mV",    "200 mV",  "500 mV",
+                                                  "1000 mV",  "5000 mV",  "2 Volts", "10 Volts",
+                                                  "20 Volts", "50 Volts", "60 Volts"};
 const std::vector<std::string_view> filterRanges = {"5000 mV", "1000 mV", "200 mV", "50 mV",
                                                     "20 mV"};
 const std::vector<std::string_view> noRanges = {};
@@ -158,9 +158,7 @@ bool isDifferential(const MeasurementBlock& block) {
 
 bool isStrain(const MeasurementBlock& bridge) { return bridge.Style >= 5; }
 
-bool hasTwoRanges(const MeasurementBlock& bridge) {
-  return bridge.Style == 1 || bridge.Style == 4;
-}
+bool hasTwoRanges(const MeasurementBlock& bridge) { return bridge.Style == 1 || bridge.Style == 4; }
 
 std::string_view bridgeInstruction(std::int16_t style) {
   static constexpr std::array<std::string_view, 5> names = {"BrFull", "BrFull6W", "BrHalf",

@@ -119,13 +119,13 @@ struct IsolatedSetup {
 /// Settings of one 7125 module; slot s is the s-th of them.
 struct FilterSlot {
   std::int16_t BlockCount = 0;
-  std::int16_t OverSample = 0;           // pass band code 0 to 4
-  double FiltFreqNum = 100;              // filter samples a second
-  double FiltFFTSampleRate = 10000;      // Hz
-  bool FiltNoSubscan = false;            // measure once a scan
-  std::int16_t FFTType = 0;              // 0 time series, 1 spectra
-  std::int16_t FFTLength = 1024;         // samples
-  bool FFTModule = false;                // on: the slot holds FFT blocks
+  std::int16_t OverSample = 0;       // pass band code 0 to 4
+  double FiltFreqNum = 100;          // filter samples a second
+  double FiltFFTSampleRate = 10000;  // Hz
+  bool FiltNoSubscan = false;        // measure once a scan
+  std::int16_t FFTType = 0;          // 0 time series, 1 spectra
+  std::int16_t FFTLength = 1024;     // samples
+  bool FFTModule = false;            // on: the slot holds FFT blocks
   bool operator==(const FilterSlot&) const = default;
 };
 

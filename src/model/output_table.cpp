@@ -43,7 +43,9 @@ const Condition& cOutputTable::writeIf(int condition) const {
 }
 Condition& cOutputTable::writeIf(int condition) { return writeIf_[conditionIndex(condition)]; }
 
-const std::string& cOutputTable::TriggerMeasVar(int t, int c) const { return trigger(t, c).MeasVar; }
+const std::string& cOutputTable::TriggerMeasVar(int t, int c) const {
+  return trigger(t, c).MeasVar;
+}
 void cOutputTable::TriggerMeasVar(int t, int c, std::string text) {
   trigger(t, c).MeasVar = std::move(text);
 }

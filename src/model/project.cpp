@@ -75,8 +75,7 @@ std::size_t blockCount(const Project& project, BlockKind kind) {
 bool inUse(const Project& project, BlockKind kind, std::size_t number) {
   const bool needsK700X = kind == BlockKind::isolated || kind == BlockKind::tcmux;
   if (needsK700X && !isK700X(project.configuration)) return false;
-  return number >= 1 && number <= blockCount(project, kind) &&
-         project.block(kind, number).Reps > 0;
+  return number >= 1 && number <= blockCount(project, kind) && project.block(kind, number).Reps > 0;
 }
 
 std::size_t filterSlotOf(const Project& project, std::size_t number) {
@@ -99,8 +98,7 @@ bool hasCanInterface(const Project& project) {
 
 bool canItemInUse(const Project& project, const CanItem& item) {
   const bool sends = item.DataStyle != 0;
-  return hasCanInterface(project) && item.Enabled &&
-         (!sends || isK700X(project.configuration));
+  return hasCanInterface(project) && item.Enabled && (!sends || isK700X(project.configuration));
 }
 
 void fitLists(Project& project) {
@@ -110,8 +108,7 @@ void fitLists(Project& project) {
   fitCan(project.can);
   growTo(project.ports.groups, portGroupCount(project.configuration));
   growTo(project.excitation.channels, excitationChannelCount(project.configuration));
-  project.calculated.fields.resize(
-      sizeFor(project.calculated.CalcFieldCount, maxCalculatedFields));
+  project.calculated.fields.resize(sizeFor(project.calculated.CalcFieldCount, maxCalculatedFields));
 }
 
 }  // namespace model

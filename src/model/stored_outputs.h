@@ -22,10 +22,10 @@ enum class StoredSource {
 
 /// One processing instruction of a table: of a whole group, or of one of its elements.
 struct StoredOutput {
-  int code = 0;               // processing 0 to 7
-  std::size_t element = 0;    // from 1; 0: all elements of the group in one instruction
-  std::size_t count = 1;      // elements that the instruction stores
-  std::size_t valuesEach = 1; // values stored for each of them
+  int code = 0;                // processing 0 to 7
+  std::size_t element = 0;     // from 1; 0: all elements of the group in one instruction
+  std::size_t count = 1;       // elements that the instruction stores
+  std::size_t valuesEach = 1;  // values stored for each of them
 };
 
 /// What one source stores in one table, in the order of the record.
@@ -36,7 +36,7 @@ struct StoredGroup {
   int slot = 0;                              // of filter, isolated and pulse blocks and ports
   bool fft = false;
   std::string dataType;
-  std::vector<StoredOutput> outputs;
+  std::vector<StoredOutput> outputs = {};
 };
 
 /// The one list of what a table (1 to 8) stores. Program, table information, record size and
@@ -48,9 +48,15 @@ std::vector<StoredGroup> storedGroups(const Project& project, const ChannelPlan&
 /// its variable must be public.
 bool shownByDisplay(const Project& project, const TableMasks& masks);
 
+/// A port group that the program reads: inputs of a 7141/42 with a port included.
+bool isReadGroup(const Project& project, const ChannelPlan& plan, std::size_t number);
+
 }  // namespace model
 
 namespace KGEN_COMMON {
+
+/// Values that an FFT block stores of each channel: its spectral bins or its time series.
+std::size_t FftValues(const model::Project& project, std::size_t filterBlock);
 
 /// 1 for sample to standard deviation, bins or products of dimensions for the histograms, 0 for
 /// another code or an output that is not enabled.

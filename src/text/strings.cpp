@@ -68,9 +68,8 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) {
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view part) {
-  return std::search(text.begin(), text.end(), part.begin(), part.end(), [](char x, char y) {
-           return lowerChar(x) == lowerChar(y);
-         }) != text.end();
+  return std::search(text.begin(), text.end(), part.begin(), part.end(),
+                     [](char x, char y) { return lowerChar(x) == lowerChar(y); }) != text.end();
 }
 
 std::string_view trimmed(std::string_view text) {

@@ -13,8 +13,8 @@ namespace text {
 inline void appendPiece(std::string& out, std::string_view piece) { out += piece; }
 inline void appendPiece(std::string& out, char piece) { out += piece; }
 template <std::integral T>
-  requires(!std::same_as<T, bool> && !std::same_as<T, char>)
-void appendPiece(std::string& out, T piece) {
+requires(!std::same_as<T, bool> && !std::same_as<T, char>) void appendPiece(std::string& out,
+                                                                            T piece) {
   appendShortest(out, static_cast<std::int64_t>(piece));
 }
 inline void appendPiece(std::string& out, double piece) { appendShortest(out, piece); }

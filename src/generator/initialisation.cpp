@@ -1,0 +1,101 @@
+#include <algorithm>
+
+#include "generator/emitters.h"
+
+namespace generator {
+namespace {
+
+using text::concat;
+
+void emitDefaultLoop(ProgramText& out, const SourceBlock& block) {
+  if (block.reps == 0) return;
+  const auto assign = [&](const std::string& array, const std::string& constant, double value,
+                          std::string_view what) {
+    out.commented(concat(array, "(I) = ", constant),
+                  concat("'Assign default ", what, " (", value, ") to ", array));
+  };
+  out.commented(concat("For I = 1 To ", block.constant("REP")),
+                concat("'Do the following to all of ", block.values()));
+  assign(block.multipliers(), block.constant("MULT"), block.multiplier, "multiplier");
+  assign(block.offsets(), block.constant("OSET"), block.offset, "offset");
+  if (block.strain())
+    assign(block.gaugeFactors(), concat("BGF", block.number), block.block->GageFactor,
+           "gauge factor");
+  out.commented("Next I", "'Repeat above until finished");
+}
+
+/// A channel's own scaling that differs from the block's.
+struct Exception {
+  std::string array;
+  double value = 0;
+  std::string_view what;
+};
+
+std::vector<Exception> exceptionsOf(const SourceBlock& block, std::size_t element) {
+  std::vector<Exception> exceptions;
+  if (element > block.elements->size()) return exceptions;
+  const model::Element& own = (*block.elements)[element - 1];
+  if (!own.AliasExcept) return exceptions;
+  if (own.AliasMult != block.multiplier)
+    exceptions.push_back({block.multipliers(), own.AliasMult, "multiplier"});
+  if (block.letter != 'B' && own.AliasOffset != block.offset)
+    exceptions.push_back({block.offsets(), own.AliasOffset, "offset"});
+  if (block.strain() && own.AliasGFactor != block.block->GageFactor)
+    exceptions.push_back({block.gaugeFactors(), own.AliasGFactor, "gauge factor"});
+  return exceptions;
+}
+
+/// What the comment calls a channel: CAN items by their name.
+std::string exceptionTarget(const SourceBlock& block, std::size_t element) {
+  if (block.letter == 'C' && !block.item->Name.empty())
+    return concat(text::asAscii(block.item->Name), "(", element, ")");
+  return block.element(element);
+}
+
+void emitExceptions(ProgramText& out, const ProgramPlan& plan) {
+  bool first = true;
+  forBlocks(plan, "TVFBPCHIA", [&](const SourceBlock& block) {
+    for (std::size_t e = 1; e <= block.reps; ++e)
+      for (const Exception& exception : exceptionsOf(block, e)) {
+        if (first) out.bodyBanner(" exception multipliers and offsets ");
+        first = false;
+        out.commented(concat(exception.array, "(", e, ") = ", exception.value),
+                      concat("'Exception ", exception.what, " for ", exceptionTarget(block, e),
+                             " alias \"", block.channels[e - 1].alias, "\""));
+      }
+  });
+}
+
+void emitReadLoop(ProgramText& out, const std::string& array, std::size_t size) {
+  out.commented(concat("For I = 1 To ", size), concat("'Do all of ", array));
+  out.commented(concat("Read ", array, "(I)"), concat("'Read data into ", array));
+  out.append("Next I");
+}
+
+/// In the order in which the constants section wrote the data.
+void emitLevelReads(ProgramText& out, const ProgramPlan& plan) {
+  forBlocks(plan, "TVBHIPAFC", [&](const SourceBlock& block) {
+    if (!block.crossing.used()) return;
+    emitReadLoop(out, block.declaredValues() + "LC1", block.crossing.levels.size());
+    emitReadLoop(out, block.declaredValues() + "LC2", block.crossing.tests.size());
+  });
+}
+
+void emitStartWait(ProgramText& out, const ProgramPlan& plan) {
+  out.commented("Do", "'Loop to allow scan on flag repeat");
+  if (const int flag = flagNumber(plan.project.scan.FlagScan))
+    out.commented(concat("Do Until Flag(", flag, "): Loop"),
+                  concat("'Loop Until Flag(", flag, ") is pressed"));
+  out.commented("PulseCountReset()", "'Reset Pulse Counter");
+}
+
+}  // namespace
+
+void emitInitialisation(ProgramText& out, const ProgramPlan& plan) {
+  forBlocks(plan, "TVFBPHIAC", [&](const SourceBlock& block) { emitDefaultLoop(out, block); });
+  emitExceptions(out, plan);
+  emitLevelReads(out, plan);
+  emitStartWait(out, plan);
+}
+
+}  // namespace generator

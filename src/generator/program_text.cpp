@@ -1,0 +1,56 @@
+#include "generator/program_text.h"
+
+#include "generator/program_writer.h"
+
+namespace generator {
+namespace {
+
+constexpr std::size_t commentColumn = 65;  // characters of code before a comment
+constexpr std::size_t bannerWidth = 64;
+
+}  // namespace
+
+void ProgramText::append(std::string_view line) {
+  if (++lines_ > SAVEDLD::maxProgramLines)
+    throw SAVEDLD::ProgramTooLong(
+        text::concat("the program needs more than ", SAVEDLD::maxProgramLines, " lines"));
+  text_ += line;
+  text_ += "\r\n";
+  afterEmptyLine_ = line.empty();
+}
+
+void ProgramText::commented(std::string_view code, std::string_view comment) {
+  std::string line = text::padded(code, commentColumn);
+  if (code.size() > commentColumn) line += ' ';
+  line += comment;
+  append(line);
+}
+
+void ProgramText::sectionBanner(std::string_view title) {
+  line("'", text::ruled(title, bannerWidth, '\\', '/'));
+  append("");
+}
+
+void ProgramText::spacedSectionBanner(std::string_view title) {
+  if (!afterEmptyLine_) append("");
+  sectionBanner(title);
+}
+
+void ProgramText::subBanner(std::string_view title) {
+  line("'", text::ruled(title, bannerWidth, '_', '_'));
+}
+
+void ProgramText::bodyBanner(std::string_view title) {
+  line("'      ", text::ruled(title, bannerWidth, '_', '_'));
+}
+
+void ProgramText::hyphenBanner(std::string_view title) {
+  line("'", text::ruled(title, bannerWidth, '-', '-'));
+}
+
+void ProgramText::fixedBanner(std::string_view title, std::size_t underscores) {
+  const std::string rule(underscores, '_');
+  line("'      ", rule, title, rule);
+}
+
+}  // namespace generator

@@ -1,0 +1,275 @@
+#include "model/names.h"
+
+#include <algorithm>
+#include <array>
+#include <unordered_set>
+
+#include "text/strings.h"
+
+namespace model {
+namespace {
+
+constexpr std::string_view reservedWords[] = {"Abs",
+                                              "Alias",
+                                              "TCMUX",
+                                              "And",
+                                              "Atn",
+                                              "Average",
+                                              "AvgRun",
+                                              "AvgSpa",
+                                              "Battery",
+                                              "BeginBurstTrigger",
+                                              "BeginProg",
+                                              "BiasComp",
+                                              "BrFull",
+                                              "BrFull6W",
+                                              "BrHalf",
+                                              "BrHalf3W",
+                                              "BrHalf4W",
+                                              "Calibrate",
+                                              "Call",
+                                              "CallTable",
+                                              "Case",
+                                              "Const",
+                                              "Cos",
+                                              "Covariance",
+                                              "Vortal3",
+                                              "Data",
+                                              "DataEvent",
+                                              "DataInterval",
+                                              "DataTable",
+                                              "Delay",
+                                              "Dim",
+                                              "Do",
+                                              "QV40",
+                                              "Else",
+                                              "ElseIf",
+                                              "EndBurstTrigger",
+                                              "End",
+                                              "EndProg",
+                                              "EndSub",
+                                              "EndTable",
+                                              "Excite",
+                                              "Exit",
+                                              "Exp",
+                                              "FFT",
+                                              "FieldNames",
+                                              "FileManage",
+                                              "FillStop",
+                                              "Fix",
+                                              "FlashOut",
+                                              "For",
+                                              "Frac",
+                                              "Histogram",
+                                              "Histogram4D",
+                                              "If",
+                                              "Int",
+                                              "Log",
+                                              "Loop",
+                                              "Maximum",
+                                              "MaxSpa",
+                                              "Minimum",
+                                              "MinSpa",
+                                              "Mod",
+                                              "ModuleTemp",
+                                              "Move",
+                                              "Next",
+                                              "Or",
+                                              "PamOut",
+                                              "PortSet",
+                                              "PowerOff",
+                                              "PRT",
+                                              "Public",
+                                              "PulseCount",
+                                              "PulseCountReset",
+                                              "Randomize",
+                                              "Read",
+                                              "ReadIO",
+                                              "RealTime",
+                                              "ResetTable",
+                                              "Restore",
+                                              "RMSSpa",
+                                              "Rnd",
+                                              "Sample",
+                                              "Scan",
+                                              "PeriphSpeed",
+                                              "PeriphTrigger",
+                                              "Select",
+                                              "Sgn",
+                                              "Sin",
+                                              "SlowSequence",
+                                              "Sqr",
+                                              "StationName",
+                                              "StdDev",
+                                              "StdDevSpa",
+                                              "Step",
+                                              "StrainCalc",
+                                              "Tan",
+                                              "TCDiff",
+                                              "TCSE",
+                                              "Then",
+                                              "Timer",
+                                              "TimerIO",
+                                              "To",
+                                              "Totalize",
+                                              "Units",
+                                              "Until",
+                                              "VoltDiff",
+                                              "VoltSE",
+                                              "WaitDigTrig",
+                                              "Wend",
+                                              "While",
+                                              "WorstCase",
+                                              "WriteIO",
+                                              "Xor",
+                                              "True",
+                                              "False",
+                                              "uSec",
+                                              "mSec",
+                                              "Sec",
+                                              "Min",
+                                              "Hr",
+                                              "Day",
+                                              "CardA",
+                                              "CardB",
+                                              "IEEE4",
+                                              "FP2",
+                                              "Long",
+                                              "mV5000",
+                                              "mV1000",
+                                              "mV200",
+                                              "mV200C",
+                                              "mV50",
+                                              "mV50C",
+                                              "V50",
+                                              "V10",
+                                              "V2",
+                                              "mV500",
+                                              "TypeT",
+                                              "TypeE",
+                                              "TypeK",
+                                              "TypeJ",
+                                              "TypeB",
+                                              "TypeR"};
+
+/// Variables and procedures of every program, or of programs with the feature.
+constexpr std::string_view fixedNames[] = {"MeasDisable",
+                                           "Flag",
+                                           "ScanFlg1x",
+                                           "FlagMode",
+                                           "BattVolt",
+                                           "BattCurr",
+                                           "I",
+                                           "Count",
+                                           "Count2",
+                                           "TRef",
+                                           "IsoTRef",
+                                           "TCMUXGRef",
+                                           "Port",
+                                           "RunAvg",
+                                           "PERIOD",
+                                           "P_UNITS",
+                                           "bStartTrigger",
+                                           "bStopTrigger",
+                                           "bWriteIfCall",
+                                           "ISCNPSUB",
+                                           "CalFileLoaded",
+                                           "CalStartIdx",
+                                           "FieldCalAvgs",
+                                           "TwoPointMultOffs",
+                                           "ZeroingCalib",
+                                           "CalStrainZero",
+                                           "Strain1_4Shunt",
+                                           "Strain1_2Shunt",
+                                           "StrainFullShunt",
+                                           "CountSlow",
+                                           "TripVolt",
+                                           "CountAvg",
+                                           "StopTime",
+                                           "StartTime",
+                                           "idx",
+                                           "NumRxReads",
+                                           "ByteTx",
+                                           "ByteRx",
+                                           "CANDelay",
+                                           "CanAddress",
+                                           "CanQuanta",
+                                           "CanSeg1",
+                                           "CanSeg2",
+                                           "CanSwitchTx",
+                                           "CanSwitchRx",
+                                           "CanIfInfo",
+                                           "CanIfSig",
+                                           "CanIfVer",
+                                           "CANChk",
+                                           "Zero"};
+
+/// Words that, with a number behind them, name something of a program.
+constexpr std::string_view numberedNames[] = {"INTERVAL", "UNITS", "FlagMode",
+                                              "BCODE",    "BGF",   "CalcField"};
+/// Words that begin names of a program.
+constexpr std::string_view nameBeginnings[] = {"Zero_",     "Excite_",   "TriggerCall", "WritPortL",
+                                               "WritPortU", "ReadPortL", "ReadPortU"};
+
+bool isNumbered(std::string_view name, std::string_view word) {
+  return name.size() > word.size() && name.starts_with(word) &&
+         std::all_of(name.begin() + static_cast<std::ptrdiff_t>(word.size()), name.end(),
+                     text::isDigit);
+}
+
+/// "VREP1": a family's letter, a word, a number.
+bool isBlockConstant(std::string_view name) {
+  static constexpr std::string_view words[] = {
+      "rng",  "type",  "rep", "setl",    "int",      "mult",    "oset",    "conf",
+      "opt",  "excit", "rev", "fsr",     "flen",     "tswin",   "spect",   "fref",
+      "sbin", "ilo",   "ihi", "calmode", "knownvar", "calreps", "zeromode"};
+  if (std::string_view("tvfbhipac").find(name.front()) == std::string_view::npos) return false;
+  return std::any_of(std::begin(words), std::end(words),
+                     [&](std::string_view word) { return isNumbered(name.substr(1), word); });
+}
+
+/// "VBlk1", "MVBlk1", "LCVBlk1_2", "VBlk1Zero": anything with "Blk" and a digit near its front.
+bool isBlockArray(std::string_view name) {
+  const std::size_t at = name.find("blk");
+  return at != std::string_view::npos && at >= 1 && at <= 3 && at + 3 < name.size() &&
+         text::isDigit(name[at + 3]);
+}
+
+/// "Flag3Mark"
+bool isMarkCounter(std::string_view name) {
+  return name.starts_with("flag") && name.ends_with("mark") && name.size() == 9 &&
+         text::isDigit(name[4]);
+}
+
+const std::unordered_set<std::string>& takenWords() {
+  static const std::unordered_set<std::string> words = [] {
+    std::unordered_set<std::string> set;
+    for (const std::string_view word : fixedNames) set.insert(text::lower(word));
+    return set;
+  }();
+  return words;
+}
+
+}  // namespace
+
+bool isReservedWord(std::string_view name) {
+  static const std::unordered_set<std::string> words = [] {
+    std::unordered_set<std::string> set;
+    for (const std::string_view word : reservedWords) set.insert(text::lower(word));
+    return set;
+  }();
+  return words.contains(text::lower(name));
+}
+
+bool isGeneratedName(std::string_view name) {
+  if (name.empty()) return false;
+  const std::string lower = text::lower(name);
+  if (takenWords().contains(lower)) return true;
+  const auto numbered = [&](std::string_view word) { return isNumbered(lower, text::lower(word)); };
+  const auto begins = [&](std::string_view word) { return lower.starts_with(text::lower(word)); };
+  return std::any_of(std::begin(numberedNames), std::end(numberedNames), numbered) ||
+         std::any_of(std::begin(nameBeginnings), std::end(nameBeginnings), begins) ||
+         isBlockConstant(lower) || isBlockArray(lower) || isMarkCounter(lower);
+}
+
+}  // namespace model
