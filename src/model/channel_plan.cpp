@@ -270,6 +270,37 @@ class Planner {
       counterPorts_ += included;
     else
       controlPorts_ += included;
+    if (p < plan_.portGroups.size()) complainOfTakenPorts(p);
+  }
+
+  /// A pulse input, or a control line of a multiplexer, can't be a port as well.
+  void complainOfTakenPorts(std::size_t p) {
+    const PortGroupPlace& place = plan_.portGroups[p];
+    for (std::size_t n = 0; n < portsPerGroup; ++n) {
+      if (!project_.ports.groups[p].ports[n].Include) continue;
+      const int channel = static_cast<int>(n) + 1 + (place.upper ? 8 : 0);
+      if (place.input ? isPulseInput({place.slot, channel}) : isControlLine(place.slot, channel))
+        plan_.problems.push_back(
+            text::concat("port ", channel, " of slot ", place.slot, " is in use as ",
+                         place.input ? "a pulse input" : "a control line of a multiplexer",
+                         "; choose another port"));
+    }
+  }
+
+  [[nodiscard]] bool isPulseInput(const Place& port) const {
+    for (std::size_t n = 1; n <= maxPulseBlocks; ++n) {
+      if (!inUse(project_, BlockKind::pulse, n)) continue;
+      const Place first = plan_.of(BlockKind::pulse, n).first;
+      const int last = first.channel + project_.block(BlockKind::pulse, n).Reps - 1;
+      if (port.slot == first.slot && port.channel >= first.channel && port.channel <= last)
+        return true;
+    }
+    return false;
+  }
+
+  [[nodiscard]] bool isControlLine(int slot, int line) const {
+    return (slot - first(ModuleKindIndex::excitation7131)) * controlLinesOf7131 + line <=
+           controlUsed_;
   }
 
   void finishReferences() {

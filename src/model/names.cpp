@@ -204,6 +204,14 @@ constexpr std::string_view fixedNames[] = {"MeasDisable",
                                            "CANChk",
                                            "Zero"};
 
+/// Words of the language that programs use and that the list of reserved words does not have.
+constexpr std::string_view furtherWords[] = {
+    "As",          "Boolean", "CANBus",        "CardOut",       "EndIf",
+    "ExitScan",    "FFTFilt", "FFTSample",     "FieldCal",      "FieldCalStrain",
+    "FileMark",    "IIF",     "LevelCrossing", "LoadFieldCal",  "NextScan",
+    "NextSubScan", "Not",     "RainFlow",      "SlotConfigure", "Sub",
+    "SubScan",     "TypeN",   "TypeS",         "VoltFilt"};
+
 /// Words that, with a number behind them, name something of a program.
 constexpr std::string_view numberedNames[] = {"INTERVAL", "UNITS", "FlagMode",
                                               "BCODE",    "BGF",   "CalcField"};
@@ -217,13 +225,14 @@ bool isNumbered(std::string_view name, std::string_view word) {
                      text::isDigit);
 }
 
-/// "VREP1": a family's letter, a word, a number.
+/// "VREP1": a family's letter, a word, a number; "BRNG1_2" is the second range of a bridge.
 bool isBlockConstant(std::string_view name) {
   static constexpr std::string_view words[] = {
       "rng",  "type",  "rep", "setl",    "int",      "mult",    "oset",    "conf",
       "opt",  "excit", "rev", "fsr",     "flen",     "tswin",   "spect",   "fref",
       "sbin", "ilo",   "ihi", "calmode", "knownvar", "calreps", "zeromode"};
   if (std::string_view("tvfbhipac").find(name.front()) == std::string_view::npos) return false;
+  if (name.ends_with("_1") || name.ends_with("_2")) name.remove_suffix(2);
   return std::any_of(std::begin(words), std::end(words),
                      [&](std::string_view word) { return isNumbered(name.substr(1), word); });
 }
@@ -245,6 +254,7 @@ const std::unordered_set<std::string>& takenWords() {
   static const std::unordered_set<std::string> words = [] {
     std::unordered_set<std::string> set;
     for (const std::string_view word : fixedNames) set.insert(text::lower(word));
+    for (const std::string_view word : furtherWords) set.insert(text::lower(word));
     return set;
   }();
   return words;
@@ -270,6 +280,29 @@ bool isGeneratedName(std::string_view name) {
   return std::any_of(std::begin(numberedNames), std::end(numberedNames), numbered) ||
          std::any_of(std::begin(nameBeginnings), std::end(nameBeginnings), begins) ||
          isBlockConstant(lower) || isBlockArray(lower) || isMarkCounter(lower);
+}
+
+std::optional<std::string> complaintAboutAlias(std::string_view name) {
+  constexpr std::size_t longest = 16;
+  if (name.empty()) return std::nullopt;
+  if (!text::isName(name) || name.size() > longest)
+    return text::concat("'", name,
+                        "' is no name; use a letter, then letters, digits and _, at most ", longest,
+                        " in all");
+  if (isReservedWord(name) || isGeneratedName(name))
+    return text::concat("'", name, "' is a word of the program itself; choose another name");
+  return std::nullopt;
+}
+
+std::optional<std::string> complaintAboutUnits(std::string_view units) {
+  constexpr std::size_t longest = 12;
+  const auto refused = [](char c) {
+    return c <= ' ' || c == '\x7F' || std::string_view("\"'[]").find(c) != std::string_view::npos;
+  };
+  if (units.size() <= longest && std::none_of(units.begin(), units.end(), refused))
+    return std::nullopt;
+  return text::concat("'", units, "' are no units; use at most ", longest,
+                      " characters without blanks, quotes and square brackets");
 }
 
 }  // namespace model

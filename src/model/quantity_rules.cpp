@@ -395,12 +395,12 @@ std::optional<Message> questionAboutCard(double oldMbytes, double newMbytes) {
   return yesOrNo("WARNING", "All Table Ouputs Will be On RAM, Continue?");
 }
 
-void applyConfiguration(Project& project, const LoggerConfiguration& edited) {
+void applyConfiguration(Project& project, LoggerConfiguration edited) {
   const bool burstEnds = burstLosesCard(project, edited);
   const bool tcmuxGoes = questionAboutTcmuxBlocks(project, edited).has_value();
-  const LoggerConfiguration before = std::exchange(project.configuration, edited);
+  const LoggerConfiguration before = std::exchange(project.configuration, std::move(edited));
   if (burstEnds) project.scan.ScanMode = 0;
-  if (lostCard(before, edited))
+  if (lostCard(before, project.configuration))
     for (OutputTable& table : project.tables)
       if (table.TableLocation == 3) table.TableLocation = 1;
   movePortGroups(project, before);

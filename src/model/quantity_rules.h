@@ -58,7 +58,7 @@ std::optional<ports::Message> questionAboutCard(double oldMbytes, double newMbyt
 
 /// Puts an edited configuration into the project and removes what no longer fits: blocks from
 /// the highest number down, ports and outputs of modules that are gone, what the 7103 CPU lacks.
-void applyConfiguration(Project& project, const LoggerConfiguration& edited);
+void applyConfiguration(Project& project, LoggerConfiguration edited);
 
 std::string totalLabel(int userModules);
 std::string quantityHelp(const LoggerConfiguration& configuration, int box);

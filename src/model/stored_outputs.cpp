@@ -8,7 +8,6 @@
 namespace model {
 namespace {
 
-constexpr int processingCodes = 8;
 constexpr int firstHistogramCode = 5;
 constexpr int levelCrossingCode = 7;
 

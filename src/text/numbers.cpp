@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 namespace text {
 namespace {
@@ -225,13 +226,20 @@ NumberSpan numberSpan(std::string_view text) {
   return {begin, skipExponent(text, i)};
 }
 
-/// Values too large or too small for from_chars, told apart by the sign of the exponent.
+/// The decimal power of a number that from_chars refused, as far as its sign goes.
+double decimalPower(std::string_view number) {
+  const std::size_t e = std::min(number.find('e'), number.size());
+  const std::size_t point = std::min(number.find('.'), e);
+  const std::size_t first = number.find_first_of("123456789");
+  const double power = e < number.size() ? readNumber(number.substr(e + 1)) : 0;
+  return power + static_cast<double>(point) - static_cast<double>(std::min(first, e));
+}
+
+/// Values too large or too small for from_chars: the largest, or zero.
 double outOfRangeValue(std::string_view number) {
-  const bool negative = number.front() == '-';
-  const std::size_t e = number.find('e');
-  const bool tiny = e != std::string_view::npos && e + 1 < number.size() && number[e + 1] == '-';
-  if (tiny) return 0.0;
-  return negative ? -1.7976931348623157e308 : 1.7976931348623157e308;
+  if (decimalPower(number) < 0) return 0.0;
+  constexpr double largest = std::numeric_limits<double>::max();
+  return number.front() == '-' ? -largest : largest;
 }
 
 }  // namespace
