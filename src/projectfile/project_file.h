@@ -21,8 +21,8 @@ struct LineNote {
 };
 
 struct LoadOptions {
-  bool dunmoreHost = false;   // forces the K700X
-  bool listIgnored = false;   // fill LoadReport::ignored
+  bool dunmoreHost = false;  // forces the K700X
+  bool listIgnored = false;  // fill LoadReport::ignored
 };
 
 struct LoadReport {
@@ -48,7 +48,8 @@ std::string fileText(const model::Project& project, const model::DocumentStamp& 
 void save(ports::FileStore& files, const std::string& base, const model::Project& project,
           const model::DocumentStamp& stamp, bool flush = true);
 
-/// Sets VersionLastSaved and PCTime, settles negative stop counts: what a save keeps in the model.
+/// What a save keeps in the model: sets VersionLastSaved and PCTime, settles negative stop counts
+/// and the codes of ranges.
 void prepareForSave(model::Project& project, const model::DocumentStamp& stamp);
 
 }  // namespace KGEN_GENFILE

@@ -1,0 +1,110 @@
+#include "projectfile/line_writer.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+
+#include "projectfile/value_text.h"
+#include "text/numbers.h"
+
+namespace projectfile {
+namespace {
+
+/// Characters that would end a line or make it a section header.
+char harmless(char c) {
+  if (c == '[') return '(';
+  if (c == ']') return ')';
+  return c == '\r' || c == '\n' || c == '\0' ? ' ' : c;
+}
+
+bool isWhole(double value) { return std::abs(value) < 1e15 && value == std::floor(value); }
+
+}  // namespace
+
+std::string indexText(std::initializer_list<std::size_t> indexes, std::string_view between) {
+  std::string out;
+  for (const std::size_t index : indexes) {
+    out += out.empty() ? "(" : between;
+    appendDigits(out, static_cast<std::int64_t>(index));
+  }
+  out += ')';
+  return out;
+}
+
+void LineWriter::header(std::string_view section) {
+  out_ += section;
+  out_ += style_.lineEnd;
+}
+
+void LineWriter::key(std::string_view prefix, std::string_view name, std::string_view index) {
+  out_ += prefix;
+  out_ += name;
+  out_ += index;
+  out_ += style_.equals;
+}
+
+void LineWriter::textLine(std::string_view name, std::string_view index, std::string_view text) {
+  key("", name, index);
+  plainText(text);
+  out_ += style_.lineEnd;
+}
+
+void LineWriter::maskLines(std::string_view name, std::size_t block, std::size_t table,
+                           const std::vector<model::Element>& elements) {
+  std::string head(name);
+  head += indexText({block, table});
+  head.back() = ',';
+  std::string line = head;  // the lines differ in their ends only
+  for (std::size_t e = 0; e < elements.size(); ++e) {
+    line.resize(head.size());
+    appendDigits(line, static_cast<std::int64_t>(e + 1));
+    line += ')';
+    line += style_.equals;
+    if (style_.blankBeforeNumbers) line += ' ';
+    appendDigits(line, elements[e].Table[table - 1]);
+    line += style_.lineEnd;
+    out_ += line;
+  }
+}
+
+void LineWriter::value(const ValueRef& value) {
+  if (auto* const text = std::get_if<std::string*>(&value))
+    plainText(**text);
+  else if (auto* const real = std::get_if<double*>(&value))
+    number(**real);
+  else if (auto* const flag = std::get_if<bool*>(&value))
+    number(std::int64_t{**flag ? -1 : 0});
+  else if (auto* const small = std::get_if<std::int16_t*>(&value))
+    number(std::int64_t{**small});
+  else if (auto* const large = std::get_if<std::int32_t*>(&value))
+    number(std::int64_t{**large});
+  else if (auto* const mask = std::get_if<std::uint8_t*>(&value))
+    number(std::int64_t{**mask});
+  out_ += style_.lineEnd;
+}
+
+void LineWriter::number(std::int64_t value) {
+  if (value >= 0 && style_.blankBeforeNumbers) out_ += ' ';
+  appendDigits(out_, value);
+}
+
+void LineWriter::number(double value) {
+  if (isWhole(value)) return number(static_cast<std::int64_t>(value));
+  if (value != lastFraction_) {
+    lastFraction_ = value;
+    lastFractionText_.clear();
+    text::appendGeneral(lastFractionText_, value);
+  }
+  const bool dropBlank = !style_.blankBeforeNumbers && lastFractionText_.starts_with(' ');
+  out_.append(lastFractionText_, dropBlank ? 1 : 0);
+}
+
+void LineWriter::plainText(std::string_view text) {
+  const std::size_t start = out_.size();
+  out_ += text;
+  const auto written = out_.begin() + static_cast<std::ptrdiff_t>(start);
+  std::transform(written, out_.end(), written, harmless);
+}
+
+}  // namespace projectfile
