@@ -1,0 +1,150 @@
+#include "channels/channel_cells.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "model/names.h"
+#include "text/numbers.h"
+#include "text/strings.h"
+
+namespace channels {
+namespace {
+
+using model::BlockKind;
+using model::Element;
+
+constexpr Column columns[] = {
+    {"kind", Field::kind},       {"block", Field::block},
+    {"element", Field::element}, {"alias", Field::alias},
+    {"units", Field::units},     {"multiplier", Field::multiplier},
+    {"offset", Field::offset},   {"own scaling", Field::ownScaling},
+    {"table1", Field::table, 0}, {"table2", Field::table, 1},
+    {"table3", Field::table, 2}, {"table4", Field::table, 3},
+    {"table5", Field::table, 4}, {"table6", Field::table, 5},
+    {"table7", Field::table, 6}, {"table8", Field::table, 7},
+};
+
+/// Words of the processing codes 0 to 7.
+constexpr std::array<std::string_view, 8> processings = {
+    "sample",    "maximum",  "minimum",       "average", "standard deviation",
+    "histogram", "rainflow", "level crossing"};
+
+using Complaint = std::optional<std::string>;
+
+Complaint complaintOf(std::string_view cell, std::string_view text) {
+  return text::concat("'", cell, "' ", text);
+}
+
+std::string processingText(std::uint8_t mask) {
+  std::string out;
+  for (std::size_t code = 0; code < processings.size(); ++code) {
+    if ((mask >> code & 1U) == 0) continue;
+    if (!out.empty()) out += '+';
+    out += processings[code];
+  }
+  return out;
+}
+
+double offsetOrGaugeFactor(BlockKind kind, const Element& element) {
+  return kind == BlockKind::bridge ? element.AliasGFactor : element.AliasOffset;
+}
+
+Complaint storeText(std::string_view cell, const Complaint& complaint, std::string& text) {
+  if (!complaint) text = cell;
+  return complaint;
+}
+
+Complaint storeNumber(std::string_view cell, double& value) {
+  const double number = text::readNumber(cell);
+  if (!text::isNumber(cell) || std::abs(number) >= std::numeric_limits<double>::max())
+    return complaintOf(cell, "is no number; write it with a decimal point");
+  value = number;
+  return {};
+}
+
+Complaint storeFlag(std::string_view cell, bool& flag) {
+  for (const std::string_view yes : {"yes", "true", "on", "1"})
+    if (text::equalsIgnoringCase(cell, yes)) return flag = true, Complaint{};
+  for (const std::string_view no : {"no", "false", "off", "0"})
+    if (text::equalsIgnoringCase(cell, no)) return flag = false, Complaint{};
+  return complaintOf(cell, "is neither yes nor no; write one of them");
+}
+
+Complaint storeProcessings(std::string_view cell, std::uint8_t& mask) {
+  unsigned bits = 0;
+  for (std::string_view rest = cell; !rest.empty();) {
+    const std::size_t plus = std::min(rest.find('+'), rest.size());
+    const std::string_view word = text::trimmed(rest.substr(0, plus));
+    rest.remove_prefix(std::min(plus + 1, rest.size()));
+    const auto found = std::find_if(
+        processings.begin(), processings.end(),
+        [word](std::string_view each) { return text::equalsIgnoringCase(each, word); });
+    if (found == processings.end())
+      return complaintOf(word,
+                         "is no processing; join with + what is wanted of sample, maximum, "
+                         "minimum, average, standard deviation, histogram, rainflow, level "
+                         "crossing");
+    bits |= 1U << static_cast<unsigned>(found - processings.begin());
+  }
+  mask = static_cast<std::uint8_t>(bits);
+  return {};
+}
+
+}  // namespace
+
+std::span<const Column> allColumns() { return columns; }
+
+const Column* columnNamed(std::string_view name) {
+  const auto* found = std::find_if(std::begin(columns), std::end(columns), [name](const Column& c) {
+    return text::equalsIgnoringCase(c.name, name);
+  });
+  return found == std::end(columns) ? nullptr : found;
+}
+
+std::string cellText(const Column& column, const ChannelAddress& channel, const Element& element) {
+  switch (column.field) {
+    case Field::kind:
+      return std::string(model::infoOf(channel.kind).name);
+    case Field::block:
+      return text::concat(channel.block);
+    case Field::element:
+      return text::concat(channel.number);
+    case Field::alias:
+      return element.AliasName;
+    case Field::units:
+      return element.AliasUnits;
+    case Field::multiplier:
+      return text::shortest(element.AliasMult);
+    case Field::offset:
+      return text::shortest(offsetOrGaugeFactor(channel.kind, element));
+    case Field::ownScaling:
+      return element.AliasExcept ? "yes" : "no";
+    case Field::table:
+      return processingText(element.Table[column.table]);
+  }
+  return {};
+}
+
+Complaint storeCell(const Column& column, BlockKind kind, std::string_view cell, Element& element) {
+  switch (column.field) {
+    case Field::alias:
+      return storeText(cell, model::complaintAboutAlias(cell), element.AliasName);
+    case Field::units:
+      return storeText(cell, model::complaintAboutUnits(cell), element.AliasUnits);
+    case Field::multiplier:
+      return storeNumber(cell, element.AliasMult);
+    case Field::offset:
+      return storeNumber(cell,
+                         kind == BlockKind::bridge ? element.AliasGFactor : element.AliasOffset);
+    case Field::ownScaling:
+      return storeFlag(cell, element.AliasExcept);
+    case Field::table:
+      return storeProcessings(cell, element.Table[column.table]);
+    default:
+      return {};
+  }
+}
+
+}  // namespace channels

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "model/project.h"
+
+/// The columns of the channel table: each cell to text and back.
+namespace channels {
+
+enum class Field { kind, block, element, alias, units, multiplier, offset, ownScaling, table };
+
+struct Column {
+  std::string_view name;
+  Field field;
+  std::size_t table = 0;  // from 0
+};
+
+/// Every column, those that address a channel first.
+std::span<const Column> allColumns();
+constexpr std::size_t addressColumns = 3;
+
+/// Nothing for an unknown name; the case of letters does not count.
+const Column* columnNamed(std::string_view name);
+
+/// Where a channel is; block and number count from 1.
+struct ChannelAddress {
+  model::BlockKind kind = model::BlockKind::thermocouple;
+  std::size_t block = 0;
+  std::size_t number = 0;
+};
+
+std::string cellText(const Column& column, const ChannelAddress& address,
+                     const model::Element& element);
+
+/// Stores a cell. A text that the column does not take is answered with what is wrong and what to
+/// do, and the channel keeps its value.
+std::optional<std::string> storeCell(const Column& column, model::BlockKind kind,
+                                     std::string_view cell, model::Element& element);
+
+}  // namespace channels
