@@ -1,0 +1,113 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+
+#include "choices.h"
+#include "command.h"
+#include "companion/table_information.h"
+#include "disk_files.h"
+#include "failure.h"
+#include "generator/program_writer.h"
+#include "model/channel_plan.h"
+#include "project_files.h"
+#include "terminal.h"
+#include "text/strings.h"
+
+namespace kgen {
+namespace {
+
+struct GenerateOptions {
+  std::string file, base, host;
+  std::vector<std::string> only = {"program", "tables"};
+
+  [[nodiscard]] bool wants(std::string_view what) const {
+    return std::find(only.begin(), only.end(), what) != only.end();
+  }
+};
+
+/// A document, whole in memory.
+struct Document {
+  std::string path, text;
+};
+
+void checkOptions(const GenerateOptions& options) {
+  if (options.file == "-" && options.base.empty())
+    throw Failure(wrongUsage, "standard input: the outputs have no name; give one with -o BASE");
+  const bool several = options.wants("program") && options.wants("tables");
+  if (options.base == "-" && several)
+    throw Failure(wrongUsage,
+                  "-o -: standard output takes one document; add --only program or --only tables");
+}
+
+std::string outputBase(const GenerateOptions& options, const std::string& path) {
+  if (options.base == "-") return path == "-" ? "NoName" : baseOf(path);
+  return options.base.empty() ? baseOf(path) : withoutProjectExtension(options.base);
+}
+
+void warn(const std::string& path, std::string_view text) {
+  complain(text::concat(shownName(path), ": warning: ", text));
+}
+
+std::string programText(const OpenedProject& opened, const model::DocumentStamp& stamp) {
+  try {
+    SAVEDLD::Program program = SAVEDLD::generate(opened.project, stamp);
+    for (const std::string& note : program.notes) warn(opened.path, note);
+    return std::move(program.text);
+  } catch (const SAVEDLD::ProgramTooLong&) {
+    throw Failure(findings,
+                  text::concat(shownName(opened.path), ": the program would need more than ",
+                               SAVEDLD::maxProgramLines,
+                               " lines; remove names of channels, blocks or tables"));
+  }
+}
+
+/// Every text is complete before the first file is touched.
+std::vector<Document> documentsOf(const OpenedProject& opened, const GenerateOptions& options) {
+  const std::string base = outputBase(options, opened.path);
+  const model::DocumentStamp stamp = stampFor(base, isDunmore(options.host));
+  std::vector<Document> documents;
+  if (options.wants("program"))
+    documents.push_back({text::concat(base, model::programExtension(opened.project.configuration)),
+                         programText(opened, stamp)});
+  if (options.wants("tables"))
+    documents.push_back(
+        {text::concat(base, ".TI7"), companion::tableInformation(opened.project, stamp)});
+  return documents;
+}
+
+int runGenerate(const GenerateOptions& options) {
+  checkOptions(options);
+  const OpenedProject opened = openProject(options.file, {.dunmoreHost = isDunmore(options.host)});
+  for (const std::string& problem : model::channelPlan(opened.project).problems)
+    warn(opened.path, problem);
+  DiskFiles files;
+  for (const Document& document : documentsOf(opened, options)) {
+    if (options.base == "-")
+      writeOut(document.text);
+    else
+      files.replace(document.path, document.text);
+  }
+  return done;
+}
+
+}  // namespace
+
+Action prepareGenerate(CLI::App& parser) {
+  const auto options = std::make_shared<GenerateOptions>();
+  parser.add_option("FILE", options->file, "Project file, - for standard input")->required();
+  parser
+      .add_option(
+          "-o,--output", options->base,
+          "Path of the outputs without extension, - for standard output; FILE's unless given")
+      ->type_name("BASE");
+  addHostOption(parser, options->host);
+  parser
+      .add_option("--only", options->only, "What to write: program, tables, or both with a comma")
+      ->delimiter(',')
+      ->check(oneOf({"program", "tables"}))
+      ->allow_extra_args(false)
+      ->type_name("program,tables");
+  return [options] { return runGenerate(*options); };
+}
+
+}  // namespace kgen

@@ -1,0 +1,68 @@
+#include "project_files.h"
+
+#include <CLI/CLI.hpp>
+
+#include "failure.h"
+#include "system_clock.h"
+#include "terminal.h"
+#include "text/strings.h"
+
+namespace kgen {
+namespace {
+
+std::string openedPath(const std::string& path) {
+  const bool complete = path == "-" || fileNameOf(path).find('.') != std::string_view::npos;
+  return complete ? path : text::concat(path, ".GN7");
+}
+
+void sayNotes(const std::string& path, const std::vector<KGEN_GENFILE::LineNote>& notes) {
+  for (const KGEN_GENFILE::LineNote& note : notes)
+    say(text::concat(shownName(path), ":", note.line, ": ", note.text));
+}
+
+}  // namespace
+
+OpenedProject openProject(const std::string& path, const KGEN_GENFILE::LoadOptions& options) {
+  OpenedProject opened;
+  opened.path = openedPath(path);
+  KGEN_COMMON::SetAllDefaults(opened.project);
+  opened.report = KGEN_GENFILE::load(opened.path, opened.project, options);
+  if (opened.report.error) throw Failure(inputUnreadable, *opened.report.error);
+  sayNotes(opened.path, opened.report.notes);
+  return opened;
+}
+
+std::string shownName(const std::string& path) { return path == "-" ? "standard input" : path; }
+
+std::string_view fileNameOf(std::string_view path) {
+  return path.substr(path.find_last_of('/') + 1);  // npos + 1 is 0: the whole path
+}
+
+std::string baseOf(std::string_view path) {
+  const std::string_view name = fileNameOf(path);
+  const std::size_t dot = name.find('.');
+  if (dot == std::string_view::npos) return std::string(path);
+  return std::string(path.substr(0, path.size() - name.size() + dot));
+}
+
+std::string withoutProjectExtension(std::string_view path) {
+  constexpr std::size_t length = 4;
+  const std::string_view tail = path.size() > length ? path.substr(path.size() - length) : "";
+  const bool known =
+      text::equalsIgnoringCase(tail, ".GN7") || text::equalsIgnoringCase(tail, ".GEN");
+  return std::string(known ? path.substr(0, path.size() - length) : path);
+}
+
+model::DocumentStamp stampFor(std::string_view base, bool dunmoreHost) {
+  return {std::string(fileNameOf(base)), SystemClock().now(), dunmoreHost};
+}
+
+void addHostOption(CLI::App& parser, std::string& host) {
+  parser
+      .add_option("--host", host, "Program that the project is made for; Dunmore needs the K700X")
+      ->type_name("NAME");
+}
+
+bool isDunmore(const std::string& host) { return text::equalsIgnoringCase(host, "Dunmore"); }
+
+}  // namespace kgen
