@@ -1,0 +1,37 @@
+# Debian packages that the scripts need, one list a purpose, and how they get there. Sourced.
+
+packages_build="g++ cmake ninja-build libcli11-dev"
+packages_test="libgtest-dev nlohmann-json3-dev clang-format"
+packages_tidy="clang clang-tidy"
+packages_fuzz="clang libclang-rt-14-dev"
+packages_bench="gcc libbenchmark-dev libinih-dev qt6-base-dev-tools"
+
+missing_packages() {
+  local package
+  for package in "$@"; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q '^install ok installed$' ||
+      printf '%s ' "$package"
+  done
+}
+
+# need PACKAGE...: installs what is missing, or says what to install. Asks no network when all is there.
+need() {
+  local missing
+  command -v dpkg-query >/dev/null || return 0 # not Debian: cmake will name what it lacks
+  missing=$(missing_packages "$@")
+  [ -n "$missing" ] || return 0
+  if [ "$(id -u)" != 0 ]; then
+    echo "Missing packages. Install them with: sudo apt-get install $missing" >&2
+    return 1
+  fi
+  echo "Installing $missing"
+  export DEBIAN_FRONTEND=noninteractive
+  # The lists of a new machine may be empty or old.
+  apt-get install -y -qq $missing >/dev/null 2>&1 ||
+    { apt-get update -qq && apt-get install -y -qq $missing >/dev/null; }
+}
+
+# Compiles again only what changed, also in a new build folder, where ccache is at hand.
+if command -v ccache >/dev/null; then
+  export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
+fi
