@@ -4,7 +4,7 @@ packages_build="g++ cmake ninja-build libcli11-dev"
 packages_test="libgtest-dev nlohmann-json3-dev clang-format"
 packages_tidy="clang clang-tidy"
 packages_fuzz="clang libclang-rt-14-dev"
-packages_bench="gcc libbenchmark-dev libinih-dev qt6-base-dev-tools"
+packages_bench="gcc libinih-dev qt6-base-dev-tools"
 
 missing_packages() {
   local package

@@ -100,6 +100,12 @@ void writeAside(const std::string& path, std::string_view content, const struct 
   file.close();
 }
 
+/// Renaming over a file makes some file systems write to the disk at once, which takes far longer
+/// than generating a program; exchanging the two names does not.
+bool exchange(const std::string& one, const std::string& other) {
+  return ::renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE) == 0;
+}
+
 }  // namespace
 
 bool writeAll(int descriptor, std::string_view content) {
@@ -156,7 +162,7 @@ void DiskFiles::replace(const std::string& path, std::string_view content) {
   const std::string aside = text::concat(path, ".", ::getpid(), ".new");
   try {
     writeAside(aside, content, known ? &status : nullptr);
-    rename(aside, path);
+    known&& exchange(aside, path) ? remove(aside) : rename(aside, path);
   } catch (...) {
     ::unlink(aside.c_str());
     throw;

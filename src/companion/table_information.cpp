@@ -44,7 +44,7 @@ class Writer {
  private:
   template <class... Pieces>
   void line(const Pieces&... pieces) {
-    out_ += concat(pieces...);
+    (text::appendPiece(out_, pieces), ...);
     out_ += "\r\n";
   }
 
@@ -73,7 +73,8 @@ class Writer {
     line("Location      = ", locationText(table));
     line("Interval      = ", intervalText(table));
     emitBuffer(table);
-    emitRecordSize(number, table);
+    const auto groups = storedGroups(project_, plan_, number);
+    emitRecordSize(groups, table);
     line("Fill and Stop = ", table.FillStop ? "True" : "False");
     line("Sync Table    = ", table.SyncTable ? "True" : "False");
     line("Control Flag  = ", flagName(table.FlagTable));
@@ -82,7 +83,7 @@ class Writer {
     line("");
     line("FIELD NO--------RES----MEAS------FIELD------------ALIAS---------------UNITS-------");
     fieldNumber_ = 0;
-    for (const model::StoredGroup& group : storedGroups(project_, plan_, number)) emitGroup(group);
+    for (const model::StoredGroup& group : groups) emitGroup(group);
     banner(concat("- End Table ", number, " "));
   }
 
@@ -115,11 +116,10 @@ class Writer {
          text::formatted(fill.seconds, "#0.0###0"), " Secs");
   }
 
-  void emitRecordSize(std::size_t number, const model::OutputTable& table) {
-    std::int32_t bytes = 0;
-    KGEN_COMMON::BytesPerRecord(project_, number, bytes);
+  void emitRecordSize(const std::vector<model::StoredGroup>& groups,
+                      const model::OutputTable& table) {
     model::cOutputTable record;
-    record.setRecord(bytes, !table.CalcTime);
+    record.setRecord(bytesOf(groups), !table.CalcTime);
     line("Record Size   = ", text::formatted(record.RecordBytes(), "#,##0"), " Bytes");
   }
 
@@ -267,20 +267,22 @@ class Writer {
     const auto code = static_cast<std::size_t>(output.code);
     std::string name = source.name + std::string(group.fft ? "_FTS" : nameSuffixes[code]);
     if (many || group.fft || output.code >= 5) name += concat("(", output.valuesEach, ")");
-    row({many ? concat(first, "-", fieldNumber_) : concat(first), group.dataType,
-         std::string(processingNames[code]), name, source.alias, source.units});
+    const std::string number = many ? concat(first, "-", fieldNumber_) : concat(first);
+    row({number, group.dataType, processingNames[code], name, source.alias, source.units});
   }
 
-  void row(const std::array<std::string, 6>& cells) {
+  void row(const std::array<std::string_view, 6>& cells) {
     static constexpr std::array<std::size_t, 6> columns = {0, 16, 23, 33, 50, 70};
-    std::string text;
+    const std::size_t begin = out_.size();
     for (std::size_t i = 0; i < cells.size(); ++i) {
-      if (!text.empty() && text.size() >= columns[i]) text += ' ';
-      text = text::padded(text, columns[i]) + cells[i];
+      const std::size_t length = out_.size() - begin;
+      const bool pushed = length > 0 && length >= columns[i];
+      out_.append(pushed ? 1 : columns[i] - length, ' ');
+      out_ += cells[i];
     }
-    if (text.size() > lineWidth) text.resize(lineWidth);
-    while (!text.empty() && text.back() == ' ') text.pop_back();
-    line(text);
+    if (out_.size() > begin + lineWidth) out_.resize(begin + lineWidth);
+    while (out_.size() > begin && out_.back() == ' ') out_.pop_back();
+    out_ += "\r\n";
   }
 
   const model::Project& project_;

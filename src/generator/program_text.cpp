@@ -7,23 +7,35 @@ namespace {
 
 constexpr std::size_t commentColumn = 65;  // characters of code before a comment
 constexpr std::size_t bannerWidth = 64;
+constexpr std::size_t usualSize = 1U << 16U;
 
 }  // namespace
 
-void ProgramText::append(std::string_view line) {
+ProgramText::ProgramText() { text_.reserve(usualSize); }
+
+void ProgramText::beginLine() {
   if (++lines_ > SAVEDLD::maxProgramLines)
     throw SAVEDLD::ProgramTooLong(
         text::concat("the program needs more than ", SAVEDLD::maxProgramLines, " lines"));
+  afterEmptyLine_ = false;
+}
+
+void ProgramText::endLine() { text_ += "\r\n"; }
+
+void ProgramText::append(std::string_view line) {
+  beginLine();
   text_ += line;
-  text_ += "\r\n";
+  endLine();
   afterEmptyLine_ = line.empty();
 }
 
 void ProgramText::commented(std::string_view code, std::string_view comment) {
-  std::string line = text::padded(code, commentColumn);
-  if (code.size() > commentColumn) line += ' ';
-  line += comment;
-  append(line);
+  beginLine();
+  text_ += code;
+  if (code.size() < commentColumn) text_.append(commentColumn - code.size(), ' ');
+  if (code.size() > commentColumn) text_ += ' ';
+  text_ += comment;
+  endLine();
 }
 
 void ProgramText::sectionBanner(std::string_view title) {

@@ -11,13 +11,17 @@ namespace generator {
 /// that a program may have.
 class ProgramText {
  public:
+  ProgramText();
+
   /// One line of the program. A line break inside makes two lines of the file out of one here.
   void append(std::string_view line);
 
   /// A line of pieces joined together.
   template <class... Pieces>
   void line(const Pieces&... pieces) {
-    append(text::concat(pieces...));
+    beginLine();
+    (text::appendPiece(text_, pieces), ...);
+    endLine();
   }
 
   /// Code padded to the comment column, then the comment (with its "'").
@@ -40,6 +44,9 @@ class ProgramText {
   std::string take() { return std::move(text_); }
 
  private:
+  void beginLine();
+  void endLine();
+
   std::string text_;
   int lines_ = 0;
   bool afterEmptyLine_ = false;

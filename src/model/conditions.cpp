@@ -281,7 +281,7 @@ std::string conditionText(const Condition& condition) {
 
 std::string triggerText(const OutputTable& table, int trigger) {
   if (table.DisableTrigger) return {};
-  const std::string joined = joinedTrigger(table, trigger);
+  std::string joined = joinedTrigger(table, trigger);
   if (joined.empty() || trigger != 0 || !table.SingleTrigger) return joined;
   const bool alternatives = text::containsIgnoringCase(joined, " Or ");
   return concat(alternatives ? inParentheses(joined) : joined, " And ", table.TableName,

@@ -334,8 +334,9 @@ std::unique_ptr<cKGenData> dataObjectOf(const MeasurementBlock& block, BlockKind
   auto object = std::make_unique<cKGenData>();
   object->SetMode(found->type, number, 0);
   object->Reps(block.Reps);
-  const bool single = block.DataResolution == "IEEE4";
-  object->DataTypeCode(single ? 1 : block.DataResolution == "FP2" ? 0 : -1);
+  const bool isIeee4 = block.DataResolution == "IEEE4";
+  const int code = isIeee4 ? 1 : block.DataResolution == "FP2" ? 0 : -1;
+  object->DataTypeCode(static_cast<std::int16_t>(code));
   object->Multiplier(block.DefaultMult);
   object->Offset(block.DefaultOffset);
   object->storedIn(masksOfAll(block.elements));

@@ -14,7 +14,6 @@ namespace {
 
 using ports::Answer;
 using ports::Buttons;
-using ports::Icon;
 using ports::Message;
 using text::concat;
 
@@ -145,19 +144,18 @@ void removeWhatNeedsK700X(Project& project) {
 /// Port groups keep to their modules when modules before them come or go.
 void movePortGroups(Project& project, const LoggerConfiguration& before) {
   const auto& now = project.configuration;
-  const auto old = std::exchange(project.ports.groups, {});
+  const std::vector<PortGroup> old = std::exchange(project.ports.groups, {});
+  auto& groups = project.ports.groups;
   const auto take = [&](int first, int available, int wanted) {
-    for (int i = 0; i < wanted; ++i) {
-      const auto index = static_cast<std::size_t>(first + i);
-      const bool exists = i < available && index < old.size();
-      project.ports.groups.push_back(exists ? old[index] : PortGroup{});
+    for (int i = 0; i < wanted && groups.size() < maxPortGroups; ++i) {
+      const auto index = static_cast<std::size_t>(first) + static_cast<std::size_t>(i);
+      groups.push_back(i < available && index < old.size() ? old[index] : PortGroup{});
     }
   };
   const int oldFirst = before.quantity(ModuleKindIndex::excitation7131);
   take(0, oldFirst, now.quantity(ModuleKindIndex::excitation7131));
   take(oldFirst, 2 * before.quantity(ModuleKindIndex::counter7141),
        2 * now.quantity(ModuleKindIndex::counter7141));
-  if (project.ports.groups.size() > maxPortGroups) project.ports.groups.resize(maxPortGroups);
 }
 
 void removeOutputs(Project& project) {

@@ -26,16 +26,21 @@ std::size_t valuesOf(int code, const HistogramTexts& texts) {
 /// for it. Simple processings of every element become one instruction where `wholeAllowed`.
 void addOutputs(StoredGroup& group, const std::vector<std::uint8_t>& masks,
                 const HistogramTexts& texts, int lastCode, bool wholeAllowed) {
+  std::uint8_t any = 0;
+  std::uint8_t all = masks.empty() ? 0 : 255;
+  for (const std::uint8_t mask : masks) {
+    any |= mask;
+    all &= mask;
+  }
   for (int code = 0; code <= lastCode; ++code) {
-    const auto chosen = [code](std::uint8_t mask) { return selects(mask, code); };
+    if (!selects(any, code)) continue;
     const std::size_t values = valuesOf(code, texts);
-    if (wholeAllowed && code < firstHistogramCode && !masks.empty() &&
-        std::all_of(masks.begin(), masks.end(), chosen)) {
+    if (wholeAllowed && code < firstHistogramCode && selects(all, code)) {
       group.outputs.push_back({code, 0, masks.size(), values});
       continue;
     }
     for (std::size_t e = 0; e < masks.size(); ++e)
-      if (chosen(masks[e])) group.outputs.push_back({code, e + 1, 1, values});
+      if (selects(masks[e], code)) group.outputs.push_back({code, e + 1, 1, values});
   }
 }
 
@@ -195,6 +200,14 @@ std::vector<StoredGroup> storedGroups(const Project& project, const ChannelPlan&
   return Enumerator(project, plan, table).run();
 }
 
+std::int32_t bytesOf(const std::vector<StoredGroup>& groups) {
+  std::int64_t total = 0;
+  for (const StoredGroup& group : groups)
+    total +=
+        static_cast<std::int64_t>(totalValues(group)) * KGEN_COMMON::BytesPerValue(group.dataType);
+  return static_cast<std::int32_t>(std::min<std::int64_t>(total, 2147483647));
+}
+
 bool shownByDisplay(const Project& project, const TableMasks& masks) {
   const auto table = static_cast<std::size_t>(project.QV40);
   return project.QV40 >= 1 && table <= maxTables && project.tables[table - 1].TableOn &&
@@ -253,10 +266,7 @@ std::size_t FftValues(const model::Project& project, std::size_t filterBlock) {
 }
 
 void BytesPerRecord(const model::Project& project, std::size_t table, std::int32_t& bytes) {
-  std::int64_t total = 0;
-  for (const auto& group : model::storedGroups(project, model::channelPlan(project), table))
-    total += static_cast<std::int64_t>(model::totalValues(group)) * BytesPerValue(group.dataType);
-  bytes = static_cast<std::int32_t>(std::min<std::int64_t>(total, 2147483647));
+  bytes = model::bytesOf(model::storedGroups(project, model::channelPlan(project), table));
 }
 
 std::size_t FieldsPerRecord(const model::Project& project, std::size_t table) {

@@ -44,6 +44,9 @@ struct StoredGroup {
 std::vector<StoredGroup> storedGroups(const Project& project, const ChannelPlan& plan,
                                       std::size_t table);
 
+/// Data bytes of a record that stores these groups.
+std::int32_t bytesOf(const std::vector<StoredGroup>& groups);
+
 /// True when the masks select anything in the table that is on and shown by the display, so that
 /// its variable must be public.
 bool shownByDisplay(const Project& project, const TableMasks& masks);

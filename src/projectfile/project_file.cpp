@@ -94,6 +94,7 @@ void save(ports::FileStore& files, const std::string& base, const model::Project
 
 void prepareForSave(model::Project& project, const model::DocumentStamp& stamp) {
   projectfile::SaveMarks marks = marksFrom(stamp);
+  project.configuration.Version = projectfile::filedVersion(project.configuration);
   project.configuration.VersionLastSaved = std::move(marks.VersionLastSaved);
   project.configuration.PCTime = std::move(marks.PCTime);
   for (model::OutputTable& table : project.tables)

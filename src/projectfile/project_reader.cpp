@@ -230,11 +230,12 @@ bool ProjectReader::finish() {
 /// lest the next load moves them again.
 void ProjectReader::moveLegacyQuantities() {
   model::LoggerConfiguration& configuration = target_.project.configuration;
-  if (!target_.quantitiesRead || text::readNumber(configuration.Version) >= 1.5) return;
+  const bool hasOldOrder = text::readNumber(configuration.Version) < text::readNumber(todaysOrder);
+  if (!target_.quantitiesRead || !hasOldOrder) return;
   auto& quantities = configuration.ModuleQty;
   std::copy(quantities.begin() + 7, quantities.end(), quantities.begin() + 5);
   quantities[8] = quantities[9] = 0;
-  configuration.Version = "1.5";
+  configuration.Version = todaysOrder;
 }
 
 void ProjectReader::chooseModel() {

@@ -5,6 +5,7 @@
 #include "model/channel_plan.h"
 #include "projectfile/line_writer.h"
 #include "projectfile/rows.h"
+#include "text/numbers.h"
 
 namespace projectfile {
 namespace {
@@ -28,6 +29,23 @@ bool allAre(const List& list, const Item& usual) {
   for (const Item& item : list)
     if (!(item == usual)) return false;
   return true;
+}
+
+/// What is filed of a group that differs from a new one: the side that it uses.
+bool saysSomething(const model::PortGroup& group) {
+  model::PortGroup filed = group;
+  const model::PortGroup usual;
+  if (!group.ReadMode) {
+    filed.HistogramCode = usual.HistogramCode;
+    filed.Table = usual.Table;
+  }
+  for (model::Port& port : filed.ports) {
+    if (group.ReadMode)
+      port = {port.Include, 0, port.BinaryMask, {}};
+    else
+      port.BinaryMask = 0;
+  }
+  return !(filed == usual);
 }
 
 /// The sections in their order. Each function writes one.
@@ -114,7 +132,7 @@ std::string SectionWriter::all(const SaveMarks& marks) {
 void SectionWriter::version(const SaveMarks& marks) {
   out_.header(versionHeader);
   model::LoggerConfiguration shown;
-  shown.Version = project_.configuration.Version;
+  shown.Version = filedVersion(project_.configuration);
   shown.VersionLastSaved = marks.VersionLastSaved;
   shown.PCTime = marks.PCTime;
   out_.lines(versionRows, shown);
@@ -310,8 +328,8 @@ void SectionWriter::element(std::span<const Row<model::Element>> rows,
 /// Optional sections are written when they say more than a new project does.
 void SectionWriter::ports() {
   const model::PortSetup& ports = project_.ports;
-  if (allAre(ports.groups, model::PortGroup{}) && ports.CodeType == model::PortSetup{}.CodeType)
-    return;
+  const bool usual = std::none_of(ports.groups.begin(), ports.groups.end(), saysSomething);
+  if (usual && ports.CodeType == model::PortSetup{}.CodeType) return;
   out_.header(portHeader);
   out_.lines(portSetupRows, ports);
   eachNumbered(ports.groups, [this](std::size_t p, const model::PortGroup& group) {
@@ -450,6 +468,11 @@ void SectionWriter::fieldDefinitions() {
 }
 
 }  // namespace
+
+std::string filedVersion(const model::LoggerConfiguration& configuration) {
+  const bool hasOldOrder = text::readNumber(configuration.Version) < text::readNumber(todaysOrder);
+  return hasOldOrder ? std::string(todaysOrder) : configuration.Version;
+}
 
 std::string sectionsText(const model::Project& project, const SaveMarks& marks,
                          const LineStyle& style) {

@@ -21,6 +21,10 @@ struct SaveMarks {
   std::string VersionLastSaved, PCTime;
 };
 
+/// The version as it is filed: at least 1.5, since the quantities are filed in today's order and a
+/// lower version would have them moved by the next load.
+std::string filedVersion(const model::LoggerConfiguration& configuration);
+
 /// All sections of the project in the current layout.
 std::string sectionsText(const model::Project& project, const SaveMarks& marks,
                          const LineStyle& style);

@@ -41,6 +41,7 @@ inline constexpr std::string_view fieldHeader = "[CALCULATED FIELDS]";
 
 // Version and configuration.
 
+inline constexpr std::string_view todaysOrder = "1.5";  // of module quantities, since this version
 inline constexpr std::array versionRows = {
     row<&model::LoggerConfiguration::Version>("Version"),
     row<&model::LoggerConfiguration::VersionLastSaved>("VersionLastSaved"),

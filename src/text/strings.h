@@ -19,12 +19,18 @@ requires(!std::same_as<T, bool> && !std::same_as<T, char>) void appendPiece(std:
 }
 inline void appendPiece(std::string& out, double piece) { appendShortest(out, piece); }
 
+/// Room that a piece takes in a text, about.
+inline std::size_t pieceSize(std::string_view piece) { return piece.size(); }
+template <class T>
+requires std::is_arithmetic_v<T> std::size_t pieceSize(T) { return 8; }
+
 /// Texts and numbers (in their shortest form) one after another. A bool does not compile: say
 /// which word it stands for.
 template <class... Pieces>
 std::string concat(const Pieces&... pieces) {
   static_assert((!std::is_same_v<Pieces, bool> && ...), "write the word that the bool stands for");
   std::string out;
+  out.reserve((pieceSize(pieces) + ... + 0));
   (appendPiece(out, pieces), ...);
   return out;
 }
