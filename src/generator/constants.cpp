@@ -167,9 +167,15 @@ void emitFamily(ProgramText& out, const ProgramPlan& plan, const FamilySection& 
   }
 }
 
+/// A unit code that stands for no unit still needs a word in the program.
+std::string_view unitWord(int unitCode) {
+  const std::string_view keyword = model::unitKeyword(unitCode);
+  return keyword.empty() ? "Sec" : keyword;
+}
+
 void emitTiming(ProgramText& out, const ProgramPlan& plan) {
   const model::ScanSetup& scan = plan.project.scan;
-  const std::string_view keyword = model::unitKeyword(scan.ExecTimeUnits);
+  const std::string_view keyword = unitWord(scan.ExecTimeUnits);
   out.commented(
       concat("Const PERIOD = ", model::trueNumber(scan.ExecutionTime, scan.ExecTimeUnits)),
       "'Scan interval number");
@@ -180,7 +186,7 @@ void emitTiming(ProgramText& out, const ProgramPlan& plan) {
     out.commented(
         concat("Const INTERVAL", table.number, " = ", interval.synchronous ? 0.0 : interval.number),
         concat("'Table ", table.number, " interval number"));
-    out.commented(concat("Const UNITS", table.number, " = ", model::unitKeyword(interval.unitCode)),
+    out.commented(concat("Const UNITS", table.number, " = ", unitWord(interval.unitCode)),
                   concat("'Table ", table.number, " interval units "));
   }
   out.append("Dim bStartTrigger As Boolean");

@@ -33,7 +33,8 @@ std::string portCondition(const model::Port& port) {
 int weightOf(std::size_t port) { return 1 << port; }  // port from 0
 
 int readWeight(const model::Port& port, std::size_t index) {
-  return port.BinaryMask != 0 ? port.BinaryMask : weightOf(index);
+  const int mask = port.BinaryMask & 255;
+  return mask != 0 ? mask : weightOf(index);
 }
 
 /// All ports of a group in one instruction: the ports that are low when true start high.

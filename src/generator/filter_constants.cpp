@@ -66,13 +66,13 @@ class FilterBlock {
   void emitSpectrum() {
     const auto& settings = *block_.block;
     constant("FSR", slot_.FiltFFTSampleRate, " FFT Sample Rate");
-    constant("FLEN", slot_.FFTLength, " FFT Time Series #Samples");
+    constant("FLEN", std::max<int>(slot_.FFTLength, 1), " FFT Time Series #Samples");
     constant("TSWIN", settings.TSWindow, " FFT Time Series Window");
     constant("SPECT", settings.SpectOption, " FFT Specrtal Output");
     constant("FREF", settings.FRef, " FFT Log Binning Ref Freq.");
     constant("SBIN", settings.SBin, " FFT Binning parameter");
     constant("ILO", settings.ILow, " FFT 1st bin returned");
-    constant("IHI", settings.IHigh, " FFT Highest bin returned");
+    constant("IHI", std::max(settings.ILow, settings.IHigh), " FFT Highest bin returned");
     const std::string values =
         slot_.FFTType == 1 ? concat(block_.constant("IHI"), "-", block_.constant("ILO"), "+1")
                            : block_.constant("FLEN");

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <memory>
 #include <system_error>
-#include <vector>
 
 #include "text/strings.h"
 
@@ -52,16 +51,17 @@ std::string systemRefusal(const std::string& path, std::string_view what, int er
 
 /// Reads to the end; true when there was any content.
 bool readPieces(std::FILE* file, ProjectReader& reader) {
-  std::vector<char> buffer(restSize + pieceSize);
+  // Not zeroed: a small file touches only its first pages.
+  const auto buffer = std::make_unique_for_overwrite<char[]>(restSize + pieceSize);
   std::size_t kept = 0;
   bool anything = false;
   while (!reader.failure()) {
-    const std::size_t count = std::fread(buffer.data() + kept, 1, pieceSize, file);
+    const std::size_t count = std::fread(buffer.get() + kept, 1, pieceSize, file);
     const std::size_t size = kept + count;
     anything = anything || count > 0;
-    const std::size_t taken = reader.take({buffer.data(), size}, count == 0);
+    const std::size_t taken = reader.take({buffer.get(), size}, count == 0);
     kept = size - taken;
-    std::memmove(buffer.data(), buffer.data() + taken, kept);
+    std::memmove(buffer.get(), buffer.get() + taken, kept);
     if (count == 0) break;
   }
   return anything;

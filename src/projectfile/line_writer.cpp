@@ -55,16 +55,18 @@ void LineWriter::maskLines(std::string_view name, std::size_t block, std::size_t
   std::string head(name);
   head += indexText({block, table});
   head.back() = ',';
-  std::string line = head;  // the lines differ in their ends only
-  for (std::size_t e = 0; e < elements.size(); ++e) {
-    line.resize(head.size());
-    appendDigits(line, static_cast<std::int64_t>(e + 1));
-    line += ')';
-    line += style_.equals;
-    if (style_.blankBeforeNumbers) line += ' ';
-    appendDigits(line, elements[e].Table[table - 1]);
-    line += style_.lineEnd;
-    out_ += line;
+  std::string middle(")");
+  middle += style_.equals;
+  if (style_.blankBeforeNumbers) middle += ' ';
+  std::string line = head + "525" + middle + "255";  // the lines differ in their ends only
+  line += style_.lineEnd;
+  char* const start = line.data();
+  for (std::size_t e = 0; e < elements.size() && e < model::maxElements; ++e) {
+    char* p = putDigits(start + head.size(), static_cast<unsigned>(e + 1));
+    p = std::copy(middle.begin(), middle.end(), p);
+    p = putDigits(p, elements[e].Table[table - 1]);
+    p = std::copy(style_.lineEnd.begin(), style_.lineEnd.end(), p);
+    out_.append(start, static_cast<std::size_t>(p - start));
   }
 }
 

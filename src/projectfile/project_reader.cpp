@@ -39,6 +39,13 @@ bool isVersionLine(std::string_view line) {
          std::any_of(word.begin(), word.end(), text::isDigit);
 }
 
+void storeText(std::string& place, std::string_view value) {
+  if (isAscii(value))
+    place = value;
+  else
+    place = text::asUtf8(value);
+}
+
 /// Block times may be filed in milliseconds, told by the end of the text.
 double microsFrom(std::string_view value) {
   const double number = readDouble(value);
@@ -84,7 +91,7 @@ std::size_t ProjectReader::take(std::string_view text, bool atEnd) {
   return taken;
 }
 
-void ProjectReader::takeLine(std::string_view line, bool mayBeHeader) {
+inline void ProjectReader::takeLine(std::string_view line, bool mayBeHeader) {
   ++target_.line;
   line = withoutReturn(line);
   if (line.size() > maxLine) {
@@ -125,7 +132,7 @@ void ProjectReader::enterSection(std::string_view header) {
   expected_ = previous_ = 0;
 }
 
-void ProjectReader::takeValueLine(std::string_view line) {
+inline void ProjectReader::takeValueLine(std::string_view line) {
   if (keys_ && takeExpected(line)) return;
   const std::size_t equals = line.find('=');
   if (equals == std::string_view::npos) return;
@@ -135,32 +142,29 @@ void ProjectReader::takeValueLine(std::string_view line) {
 
 /// The short way: keys come in the order in which they came last time, so that the name needs
 /// comparing with one entry only.
-bool ProjectReader::takeExpected(std::string_view line) {
+inline bool ProjectReader::takeExpected(std::string_view line) {
   const SectionKeys::Entry& entry = (*keys_)[expected_];
-  if (!line.starts_with(entry.name)) return false;
-  KeyTail tail;
-  const char* const end = line.data() + line.size();
-  const char* const equals = readKeyTail(line.data() + entry.name.size(), end, tail);
-  if (!equals || tail.form != entry.form) return false;
+  const std::size_t nameSize = entry.name.size();
+  if (line.size() <= nameSize || std::memcmp(line.data(), entry.name.data(), nameSize) != 0)
+    return false;
+  const char* const equals = tail_.read(line.data() + nameSize, line.data() + line.size());
+  if (!equals || tail_.form() != entry.form) return false;
   const auto keySize = static_cast<std::size_t>(equals - line.data());
-  return store(expected_, tail.indexes, line.substr(keySize + 1), line.substr(0, keySize));
+  return store(expected_, line.substr(keySize + 1), line.substr(0, keySize));
 }
 
 bool ProjectReader::takeSought(std::string_view line, std::size_t equals) {
   const std::string_view key = line.substr(0, equals);
   const std::string_view name = key.substr(0, key.find('('));
-  KeyTail tail;
-  if (!readKeyTail(line.data() + name.size(), line.data() + equals + 1, tail)) return false;
-  const std::uint32_t entry = keys_->find(name, tail.form);
-  if (entry == SectionKeys::none) return false;
-  if (!store(entry, tail.indexes, line.substr(equals + 1), key)) return false;
-  return true;
+  if (!tail_.read(line.data() + name.size(), line.data() + equals + 1)) return false;
+  const std::uint32_t entry = keys_->find(name, tail_.form());
+  return entry != SectionKeys::none && store(entry, line.substr(equals + 1), key);
 }
 
-bool ProjectReader::store(std::uint32_t number, const Indexes& indexes, std::string_view value,
-                          std::string_view key) {
+inline bool ProjectReader::store(std::uint32_t number, std::string_view value,
+                                 std::string_view key) {
   const SectionKeys::Entry& entry = (*keys_)[number];
-  const ValueRef place = entry.locate(entry.row, target_, indexes);
+  const ValueRef place = entry.locate(entry.row, target_, tail_.indexes());
   if (std::holds_alternative<std::monostate>(place)) return false;
   storeValue(entry, place, value, key);
   if (number != expected_) keys_->expectAfter(previous_, number);
@@ -169,12 +173,12 @@ bool ProjectReader::store(std::uint32_t number, const Indexes& indexes, std::str
   return true;
 }
 
-void ProjectReader::storeValue(const SectionKeys::Entry& entry, const ValueRef& place,
-                               std::string_view value, std::string_view key) {
+inline void ProjectReader::storeValue(const SectionKeys::Entry& entry, const ValueRef& place,
+                                      std::string_view value, std::string_view key) {
   if (auto* const mask = std::get_if<std::uint8_t*>(&place))
     storeInteger(entry, **mask, value, key);
   else if (auto* const text = std::get_if<std::string*>(&place))
-    isAscii(value) ? void((*text)->assign(value)) : void(** text = text::asUtf8(value));
+    storeText(**text, value);
   else if (auto* const number = std::get_if<double*>(&place))
     **number = entry.isTime ? microsFrom(value) : readDouble(value);
   else if (auto* const flag = std::get_if<bool*>(&place))
@@ -240,8 +244,10 @@ void ProjectReader::moveLegacyQuantities() {
 
 void ProjectReader::chooseModel() {
   model::LoggerConfiguration& configuration = target_.project.configuration;
+  std::int16_t& cpu = configuration.quantity(model::ModuleKindIndex::cpu);
+  if (cpu == 0) cpu = 1;  // a zero would not be filed again
   if (!options_.dunmoreHost || model::isK700X(configuration)) return;
-  configuration.quantity(model::ModuleKindIndex::cpu) = 2;
+  cpu = 2;
   report_.modelForced = true;
 }
 

@@ -45,8 +45,7 @@ class ProjectReader {
   void takeValueLine(std::string_view line);
   bool takeExpected(std::string_view line);
   bool takeSought(std::string_view line, std::size_t equals);
-  bool store(std::uint32_t entry, const Indexes& indexes, std::string_view value,
-             std::string_view key);
+  bool store(std::uint32_t entry, std::string_view value, std::string_view key);
   void storeValue(const SectionKeys::Entry& entry, const ValueRef& place, std::string_view value,
                   std::string_view key);
   template <class Integer>
@@ -71,6 +70,7 @@ class ProjectReader {
   SectionKeys* keys_ = nullptr;    // of the current section; nullptr: unknown
   std::uint32_t expected_ = 0;     // entry of the next key, if the order is the usual one
   std::uint32_t previous_ = 0;
+  KeyTailReader tail_;
   bool afterHeader_ = false;
   bool looksLikeProject_ = false;
 };

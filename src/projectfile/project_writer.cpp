@@ -97,7 +97,18 @@ class SectionWriter {
   LineWriter out_;
 };
 
+/// Growing the text costs more than writing it, so that its size is guessed first.
+std::size_t likelySize(const model::Project& project) {
+  constexpr std::size_t bytesPerElement = 280, bytesPerBlock = 3000, others = 32 * 1024;
+  std::size_t size = others;
+  for (const BlockKind kind : model::allBlockKinds)
+    for (std::size_t b = 1; b <= model::blockCount(project, kind); ++b)
+      size += bytesPerBlock + bytesPerElement * project.block(kind, b).elements.size();
+  return size;
+}
+
 std::string SectionWriter::all(const SaveMarks& marks) {
+  out_.reserve(likelySize(project_));
   version(marks);
   configuration();
   scan();

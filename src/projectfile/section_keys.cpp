@@ -190,12 +190,12 @@ void describeReference(SectionKeys& keys, BlockKind) {
 
 model::BlockSet* blockSet(Target& target, const Indexes&) {
   target.countRead[static_cast<std::size_t>(target.kind)] = true;
-  return &target.project.set(target.kind);
+  return target.set;
 }
 
 model::MeasurementBlock* block(Target& target, const Indexes& i) {
   if (!within(i[0], target.blockLimit)) return nullptr;
-  return &target.project.set(target.kind).blocks[i[0] - 1];
+  return &target.set->blocks[i[0] - 1];
 }
 
 model::TableProcessing* blockProcessing(Target& target, const Indexes& i) {
@@ -209,16 +209,19 @@ double* blockLevel(Target& target, const Indexes& i) {
   return owner ? memberOf(owner->*Member, i[2], model::maxLevels) : nullptr;
 }
 
+/// Kept out of the way of the usual case, in which the element is there.
+[[gnu::noinline]] void growElements(model::MeasurementBlock& block, std::size_t size,
+                                    const model::Element& fresh) {
+  const std::size_t reps = block.Reps > 0 ? static_cast<std::size_t>(block.Reps) : 0;
+  if (reps > block.elements.capacity()) block.elements.reserve(reps);
+  block.elements.resize(size, fresh);
+}
+
 model::Element* elementOf(Target& target, const Indexes& i, std::size_t number) {
   model::MeasurementBlock* const owner = block(target, i);
   if (!owner || !within(number, model::maxElements)) return nullptr;
-  auto& elements = owner->elements;
-  if (number > elements.size()) {
-    const std::size_t reps = owner->Reps > 0 ? static_cast<std::size_t>(owner->Reps) : 0;
-    if (reps > elements.capacity()) elements.reserve(reps);
-    elements.resize(number, target.freshElement);
-  }
-  return &elements[number - 1];
+  if (number > owner->elements.size()) growElements(*owner, number, target.freshElement);
+  return &owner->elements[number - 1];
 }
 
 model::Element* element(Target& target, const Indexes& i) { return elementOf(target, i, i[1]); }
@@ -486,6 +489,7 @@ Target::Target(model::Project&& start) : project(std::move(start)) {
 
 void Target::enterKind(model::BlockKind blockKind) {
   kind = blockKind;
+  set = &project.set(kind);
   blockLimit = model::infoOf(kind).blockLimit;
   freshElement = model::defaultElement(kind);
 }

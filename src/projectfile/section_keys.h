@@ -30,6 +30,7 @@ struct Target {
   model::Project project;
   std::size_t line = 0;                                    // being read, from 1
   model::BlockKind kind = model::BlockKind::thermocouple;  // of the section being read
+  model::BlockSet* set = nullptr;                          // of that kind
   std::size_t blockLimit = 0;                              // of that kind
   model::Element freshElement;                             // of that kind
 

@@ -105,7 +105,7 @@ void roundDigits(Decimal& number, int kept) {
   if (up) {
     int i = kept - 1;
     while (i >= 0 && number.digits[static_cast<std::size_t>(i)] == '9') --i;
-    number.digits.resize(static_cast<std::size_t>(i + 1));
+    number.digits.resize(static_cast<std::size_t>(i) + 1);
     if (i >= 0) {
       ++number.digits[static_cast<std::size_t>(i)];
     } else {

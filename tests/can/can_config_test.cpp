@@ -9,30 +9,29 @@ namespace {
 
 TEST(CanIdentifier, IsNormalisedToTheRangeOfItsType) {
   struct Case {
-    std::int32_t type;
     std::string_view typed, stored;
-    bool accepted = true, hexadecimal = false;
+    bool extended = false, accepted = true, hexadecimal = false;
   };
   const Case cases[] = {
-      {0, "4000", "2047"},
-      {0, "-1", "0"},
-      {0, " 012 ", "12"},
-      {0, "&H7ff", "&H7FF", true, true},
-      {0, "&hFFFF", "&H7FF", true, true},
-      {1, "&H1fffffff", "&H1FFFFFFF", true, true},
-      {1, "&HFFFFFFFF", "&H1FFFFFFF", true, true},  // 32 bits, never negative
-      {1, "&H0cf00400", "&HCF00400", true, true},
-      {1, "99999999999999999999", "536870911"},
-      {1, "&H123456789", "0", false},
-      {1, "&H", "0", false},
-      {1, "12x", "0", false},
-      {1, "1.5", "0", false},
-      {1, "", "0", false},
+      {"4000", "2047"},
+      {"-1", "0"},
+      {" 012 ", "12"},
+      {"&H7ff", "&H7FF", false, true, true},
+      {"&hFFFF", "&H7FF", false, true, true},
+      {"&H1fffffff", "&H1FFFFFFF", true, true, true},
+      {"&HFFFFFFFF", "&H1FFFFFFF", true, true, true},  // 32 bits, never negative
+      {"&H0cf00400", "&HCF00400", true, true, true},
+      {"99999999999999999999", "536870911", true},
+      {"&H123456789", "0", true, false},
+      {"&H", "0", true, false},
+      {"12x", "0", true, false},
+      {"1.5", "0", true, false},
+      {"", "0", true, false},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.typed);
     cCanConfig config;
-    config.SetMode(c.type);
+    config.SetMode(c.extended ? 1 : 0);
     EXPECT_EQ(config.DataID(c.typed), c.accepted);
     EXPECT_EQ(config.DataID(), c.stored);
     EXPECT_EQ(config.DataIDIsHex(), c.hexadecimal);

@@ -43,18 +43,17 @@ TEST(IntegrationStepping, FollowsModeAndInput) {
 TEST(IntegrationTime, IsWhatCodeAndModuleAllow) {
   struct Case {
     int code;
+    std::int32_t typed, stored;
     InputKind input;
-    std::int32_t typed;
     bool accepted;
-    std::int32_t stored;
   };
   using enum InputKind;
   const Case cases[] = {
-      {0, isolated7128, 96, true, 20000},    {1, analog7121, -5, true, 16670},
-      {2, analog7121, 47, true, 40},         {2, unset, 9, true, 0},
-      {2, highVoltage7127, -10, false, 40},  {2, isolated7128, 1000, true, 960},
-      {2, isolated7128, -5, true, -5},       {2, isolated7128Stepped, 20000, true, 19968},
-      {2, isolated7128Stepped, 5, true, 96}, {2, isolated7128Stepped, -1, false, 40},
+      {0, 96, 20000, isolated7128, true},    {1, -5, 16670, analog7121, true},
+      {2, 47, 40, analog7121, true},         {2, 9, 0, unset, true},
+      {2, -10, 40, highVoltage7127, false},  {2, 1000, 960, isolated7128, true},
+      {2, -5, -5, isolated7128, true},       {2, 20000, 19968, isolated7128Stepped, true},
+      {2, 5, 96, isolated7128Stepped, true}, {2, -1, 40, isolated7128Stepped, false},
   };
   for (const Case& c : cases) {
     cAnalogConfig analog;

@@ -174,6 +174,8 @@ constexpr Fragment fragments[] = {
      },
      "\nCalcField(2,8)= 0\nCalcName(2)=Power\nCalcType(2)= 0\nCalcExpress(2)=\nCalcUnits(2)=\n"
      "CalcAvg(2)= 0\n\n"},
+    {"quantities are in the order of a version that does not move them",
+     [](model::Project& p) { p.configuration.Version = "1.2"; }, "[GN7 VERSION]\nVersion=1.5\n"},
     {"no text can break a line or begin a section",
      [](model::Project& p) { p.configuration.Operator = "A[1]\r\nB=C"; },
      "\nOperator=A(1)  B=C\nIDNumber="},

@@ -7,17 +7,17 @@ namespace {
 
 /// What the variables of a letter are measured on.
 struct Wiring {
-  char letter;
   std::string_view module;
   int channels;  // of a module, single-ended
+  char letter;
   char path;
   bool pairs;  // differential channels take two
 };
 constexpr Wiring wirings[] = {
-    {'t', "7121/22", 28, 'a', true}, {'v', "7121/22", 28, 'a', true},
-    {'b', "7121/22", 28, 'a', true}, {'a', "7121/22", 28, 'a', true},
-    {'h', "7127", 16, 'a', true},    {'i', "7128", 6, 'a', false},
-    {'f', "7125", 6, 'a', false},    {'p', "7141/42", 16, 'd', false},
+    {"7121/22", 28, 't', 'a', true}, {"7121/22", 28, 'v', 'a', true},
+    {"7121/22", 28, 'b', 'a', true}, {"7121/22", 28, 'a', 'a', true},
+    {"7127", 16, 'h', 'a', true},    {"7128", 6, 'i', 'a', false},
+    {"7125", 6, 'f', 'a', false},    {"7141/42", 16, 'p', 'd', false},
 };
 
 const Wiring* wiringOf(char letter) {

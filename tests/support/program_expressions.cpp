@@ -42,7 +42,7 @@ std::string Scope::variableOf(const std::string& name) {
 }
 
 Token ExpressionReader::take() {
-  const Token token = peek();
+  Token token = peek();
   if (!atEnd()) ++next_;
   return token;
 }

@@ -28,7 +28,7 @@ class Lexer {
   }
 
   std::string take(std::size_t length) {
-    const std::string taken(rest_.substr(0, length));
+    std::string taken(rest_.substr(0, length));
     rest_.remove_prefix(taken.size());
     return taken;
   }

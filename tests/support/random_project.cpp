@@ -126,7 +126,7 @@ class Maker {
     project_.scan.ExecutionTime = interval.time;
     project_.scan.ExecTimeUnits = interval.units;
     project_.scan.BufferScans = between(0, 200);
-    project_.scan.FlagScan = chance(30) ? small(1, 8) : 0;
+    project_.scan.FlagScan = chance(30) ? small(1, 8) : std::int16_t{0};
     project_.scan.ScanBuffer = chance(20);
     project_.scan.ScanBufferSize = small(0, 100);
     project_.scan.PamBuffer = small(0, 2);
