@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 
 #include "projectfile/project_file.h"
 #include "text/strings.h"
@@ -253,8 +255,10 @@ TEST(ReadingRules, RefuseWhatIsNoProjectAndLeaveTheOldOne) {
 
 class LoadFromDisk : public testing::Test {
  protected:
-  LoadFromDisk() : folder_(std::filesystem::temp_directory_path() / "kgen_load.test") {
-    std::filesystem::create_directories(folder_);
+  LoadFromDisk() {
+    std::string name = std::filesystem::temp_directory_path() / "kgen_load.XXXXXX";
+    if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
+    folder_ = name;
   }
   ~LoadFromDisk() override { std::filesystem::remove_all(folder_); }
   void write(const std::string& name, std::string_view content) {
@@ -290,7 +294,7 @@ TEST_F(LoadFromDisk, SaysWhyAFileCannotBeRead) {
   write("empty.GN7", "");
   EXPECT_NE(errorOf("missing").find("missing.GN7: there is no such file; "), std::string::npos);
   EXPECT_NE(errorOf("empty").find("empty.GN7: the file is empty; "), std::string::npos);
-  EXPECT_NE(errorOf("../kgen_load.test").find(": is a folder; "), std::string::npos);
+  EXPECT_NE(errorOf("../" + folder_.filename().string()).find(": is a folder; "), std::string::npos);
   EXPECT_EQ(project_, newProject());
 }
 
