@@ -4,11 +4,9 @@
 #include <span>
 #include <string_view>
 
-namespace CLI {
-class App;
-}
-
 namespace kgen {
+
+class Parser;
 
 /// Runs a command whose options have been read; the answer is the exit code.
 using Action = std::function<int()>;
@@ -18,29 +16,23 @@ struct Command {
   std::string_view name;
   std::string_view help;
   /// Adds the options to the command's parser. The action reads them when it runs.
-  Action (*prepare)(CLI::App& parser);
+  Action (*prepare)(Parser& parser);
 };
 
 /// Every command, in the order of the help.
 std::span<const Command> allCommands();
 
-/// Adds commands below a parser; the action runs the one that was named.
-Action prepareAll(CLI::App& parser, std::span<const Command> commands);
-
-/// Fills a parser with the whole command tree.
-void buildWholeTree(CLI::App& parser);
-
 /// Reads the arguments, runs the command, and turns whatever goes wrong into a message and an exit
 /// code.
 int runCommandLine(int argc, char** argv);
 
-Action prepareNew(CLI::App& parser);
-Action prepareShow(CLI::App& parser);
-Action prepareConvert(CLI::App& parser);
-Action prepareGenerate(CLI::App& parser);
-Action prepareCan(CLI::App& parser);
-Action prepareChannels(CLI::App& parser);
-Action prepareCompletion(CLI::App& parser);
-Action prepareMan(CLI::App& parser);
+Action prepareNew(Parser& parser);
+Action prepareShow(Parser& parser);
+Action prepareConvert(Parser& parser);
+Action prepareGenerate(Parser& parser);
+Action prepareCan(Parser& parser);
+Action prepareChannels(Parser& parser);
+Action prepareCompletion(Parser& parser);
+Action prepareMan(Parser& parser);
 
 }  // namespace kgen

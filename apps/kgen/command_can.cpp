@@ -1,11 +1,11 @@
-#include <CLI/CLI.hpp>
 #include <array>
+#include <charconv>
 #include <memory>
 
 #include "can/can_config.h"
-#include "choices.h"
 #include "command.h"
 #include "failure.h"
+#include "parser.h"
 #include "terminal.h"
 #include "text/json_writer.h"
 #include "text/strings.h"
@@ -13,13 +13,12 @@
 namespace kgen {
 namespace {
 
-constexpr int extendedBits = 29;
 constexpr std::array<std::string_view, 6> fieldNames = {
     "priority", "reserved", "dataPage", "pduFormat", "pduSpecific", "sourceAddress"};
 
 struct IdOptions {
   std::string text;
-  int bits = 11;
+  std::string bits = "11";
 };
 
 struct J1939Options {
@@ -31,9 +30,9 @@ struct J1939Options {
   throw Failure(wrongUsage, text::concat("'", given, "': ", complaint));
 }
 
-can::cCanConfig configurationFor(const std::string& identifier, int bits) {
+can::cCanConfig configurationFor(const std::string& identifier, bool extended) {
   can::cCanConfig configuration;
-  configuration.SetMode(bits == extendedBits ? 1 : 0);
+  configuration.SetMode(extended ? 1 : 0);
   if (!configuration.DataID(identifier))
     refuse(identifier, "no identifier; write decimal digits, or &H and hexadecimal digits");
   return configuration;
@@ -51,7 +50,7 @@ void writeIdentifier(text::JsonWriter& json, const can::cCanConfig& configuratio
 }
 
 int runId(const IdOptions& options) {
-  const can::cCanConfig configuration = configurationFor(options.text, options.bits);
+  const can::cCanConfig configuration = configurationFor(options.text, options.bits == "29");
   text::JsonWriter json(writeOut);
   json.openObject();
   writeIdentifier(json, configuration);
@@ -60,17 +59,24 @@ int runId(const IdOptions& options) {
   return done;
 }
 
-Action prepareId(CLI::App& parser) {
+Action prepareId(Parser& parser) {
   const auto options = std::make_shared<IdOptions>();
-  parser.add_option("TEXT", options->text, "Identifier, decimal or &H and hexadecimal digits")
-      ->required();
-  parser.add_option("--bits", options->bits, "Length of the identifier; 11 unless said otherwise")
-      ->check(oneOf({11, extendedBits}))
-      ->type_name("11|29");
+  parser.argument("TEXT", "Identifier, decimal or &H and hexadecimal digits", options->text);
+  parser.choice("--bits", {"11", "29"}, "Length of the identifier; 11 unless said otherwise",
+                options->bits);
   return [options] { return runId(*options); };
 }
 
-int runBaud(std::int16_t code) {
+std::int16_t baudCodeIn(const std::string& text) {
+  std::int16_t code = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, code);
+  if (error != std::errc{} || stop != end) refuse(text, "no code; write a number from 0 to 6");
+  return code;
+}
+
+int runBaud(const std::string& text) {
+  const std::int16_t code = baudCodeIn(text);
   can::cCanModule module;
   module.SetMode(code, 1);
   text::JsonWriter json(writeOut);
@@ -86,9 +92,9 @@ int runBaud(std::int16_t code) {
   return done;
 }
 
-Action prepareBaud(CLI::App& parser) {
-  const auto code = std::make_shared<std::int16_t>(0);
-  parser.add_option("CODE", *code, "Code of the baud rate, 0 (1 M) to 6 (20 K)")->required();
+Action prepareBaud(Parser& parser) {
+  const auto code = std::make_shared<std::string>();
+  parser.argument("CODE", "Code of the baud rate, 0 (1 M) to 6 (20 K)", *code);
   return [code] { return runBaud(*code); };
 }
 
@@ -124,7 +130,7 @@ void writeFields(text::JsonWriter& json, const can::cCanConfig& configuration) {
 }
 
 int runJ1939(const J1939Options& options) {
-  can::cCanConfig configuration = configurationFor(options.text, extendedBits);
+  can::cCanConfig configuration = configurationFor(options.text, true);
   for (const std::string& setting : options.settings) applySetting(configuration, setting);
   text::JsonWriter json(writeOut);
   json.openObject();
@@ -135,16 +141,13 @@ int runJ1939(const J1939Options& options) {
   return done;
 }
 
-Action prepareJ1939(CLI::App& parser) {
+Action prepareJ1939(Parser& parser) {
   const auto options = std::make_shared<J1939Options>();
-  parser.add_option("ID", options->text, "29-bit identifier, decimal or &H and hexadecimal digits")
-      ->required();
-  parser
-      .add_option("--set", options->settings,
+  parser.argument("ID", "29-bit identifier, decimal or &H and hexadecimal digits", options->text);
+  parser.repeated("--set", "FIELD=VALUE",
                   "Change a field: priority, reserved, dataPage, pduFormat, pduSpecific or "
-                  "sourceAddress; may be repeated")
-      ->allow_extra_args(false)
-      ->type_name("FIELD=VALUE");
+                  "sourceAddress; may be repeated",
+                  options->settings);
   return [options] { return runJ1939(*options); };
 }
 
@@ -156,6 +159,6 @@ constexpr Command canCommands[] = {
 
 }  // namespace
 
-Action prepareCan(CLI::App& parser) { return prepareAll(parser, canCommands); }
+Action prepareCan(Parser& parser) { return parser.commands(canCommands); }
 
 }  // namespace kgen

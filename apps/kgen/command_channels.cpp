@@ -1,10 +1,10 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "channels/channel_csv.h"
 #include "command.h"
 #include "disk_files.h"
 #include "failure.h"
+#include "parser.h"
 #include "project_files.h"
 #include "terminal.h"
 #include "text/strings.h"
@@ -59,25 +59,18 @@ int runImport(const ChannelsOptions& options) {
   return done;
 }
 
-void addFile(CLI::App& parser, ChannelsOptions& options, const std::string& help) {
-  parser.add_option("FILE", options.file, help)->required();
-}
-
-Action prepareExport(CLI::App& parser) {
+Action prepareExport(Parser& parser) {
   const auto options = std::make_shared<ChannelsOptions>();
-  addFile(parser, *options, "Project file, - for standard input");
-  parser.add_option("--csv", options->csv, "Where to write; standard output unless given")
-      ->type_name("F");
+  parser.argument("FILE", "Project file, - for standard input", options->file);
+  parser.option("--csv", "F", "Where to write; standard output unless given", options->csv);
   return [options] { return runExport(*options); };
 }
 
-Action prepareImport(CLI::App& parser) {
+Action prepareImport(Parser& parser) {
   const auto options = std::make_shared<ChannelsOptions>();
-  addFile(parser, *options, "Project file, which is changed");
-  parser.add_option("--csv", options->csv, "What to read, - for standard input")
-      ->required()
-      ->type_name("F");
-  parser.add_flag("--dry-run", options->dryRun, "List the changes and write nothing");
+  parser.argument("FILE", "Project file, which is changed", options->file);
+  parser.requiredOption("--csv", "F", "What to read, - for standard input", options->csv);
+  parser.flag("--dry-run", "List the changes and write nothing", options->dryRun);
   return [options] { return runImport(*options); };
 }
 
@@ -88,6 +81,6 @@ constexpr Command channelsCommands[] = {
 
 }  // namespace
 
-Action prepareChannels(CLI::App& parser) { return prepareAll(parser, channelsCommands); }
+Action prepareChannels(Parser& parser) { return parser.commands(channelsCommands); }
 
 }  // namespace kgen

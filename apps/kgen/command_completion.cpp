@@ -1,11 +1,10 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 
-#include "choices.h"
 #include "command.h"
 #include "command_tree.h"
 #include "failure.h"
+#include "parser.h"
 #include "terminal.h"
 #include "text/strings.h"
 
@@ -156,12 +155,9 @@ int runCompletion(const std::string& shell) {
 
 }  // namespace
 
-Action prepareCompletion(CLI::App& parser) {
+Action prepareCompletion(Parser& parser) {
   const auto shell = std::make_shared<std::string>();
-  parser.add_option("SHELL", *shell, "Shell that reads the script")
-      ->required()
-      ->check(oneOf({"bash", "zsh", "fish"}))
-      ->type_name("bash|zsh|fish");
+  parser.argument("SHELL", {"bash", "zsh", "fish"}, "Shell that reads the script", *shell);
   return [shell] { return runCompletion(*shell); };
 }
 

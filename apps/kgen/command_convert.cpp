@@ -1,9 +1,9 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "command.h"
 #include "disk_files.h"
 #include "failure.h"
+#include "parser.h"
 #include "project_files.h"
 #include "terminal.h"
 #include "text/strings.h"
@@ -46,16 +46,14 @@ int runConvert(const ConvertOptions& options) {
 
 }  // namespace
 
-Action prepareConvert(CLI::App& parser) {
+Action prepareConvert(Parser& parser) {
   const auto options = std::make_shared<ConvertOptions>();
-  parser.add_option("IN", options->in, "Project file, - for standard input")->required();
-  parser
-      .add_option("OUT", options->out,
-                  "New project file, with or without .GN7; - for standard output")
-      ->required();
+  parser.argument("IN", "Project file, - for standard input", options->in);
+  parser.argument("OUT", "New project file, with or without .GN7; - for standard output",
+                  options->out);
   addHostOption(parser, options->host);
-  parser.add_flag("-v,--verbose", options->verbose, "List the lines that no known key took");
-  parser.add_flag("--no-sync", options->noSync, "Do not wait until the file is on the disk");
+  parser.flag("-v,--verbose", "List the lines that no known key took", options->verbose);
+  parser.flag("--no-sync", "Do not wait until the file is on the disk", options->noSync);
   return [options] { return runConvert(*options); };
 }
 

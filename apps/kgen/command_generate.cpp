@@ -1,14 +1,13 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 
-#include "choices.h"
 #include "command.h"
 #include "companion/table_information.h"
 #include "disk_files.h"
 #include "failure.h"
 #include "generator/program_writer.h"
 #include "model/channel_plan.h"
+#include "parser.h"
 #include "project_files.h"
 #include "terminal.h"
 #include "text/strings.h"
@@ -92,21 +91,15 @@ int runGenerate(const GenerateOptions& options) {
 
 }  // namespace
 
-Action prepareGenerate(CLI::App& parser) {
+Action prepareGenerate(Parser& parser) {
   const auto options = std::make_shared<GenerateOptions>();
-  parser.add_option("FILE", options->file, "Project file, - for standard input")->required();
-  parser
-      .add_option(
-          "-o,--output", options->base,
-          "Path of the outputs without extension, - for standard output; FILE's unless given")
-      ->type_name("BASE");
+  parser.argument("FILE", "Project file, - for standard input", options->file);
+  parser.option("-o,--output", "BASE",
+                "Path of the outputs without extension, - for standard output; FILE's unless given",
+                options->base);
   addHostOption(parser, options->host);
-  parser
-      .add_option("--only", options->only, "What to write: program, tables, or both with a comma")
-      ->delimiter(',')
-      ->check(oneOf({"program", "tables"}))
-      ->allow_extra_args(false)
-      ->type_name("program,tables");
+  parser.choices("--only", {"program", "tables"}, "What to write: program, tables, or both",
+                 options->only);
   return [options] { return runGenerate(*options); };
 }
 

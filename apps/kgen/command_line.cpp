@@ -1,11 +1,12 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 #include "command.h"
+#include "command_tree.h"
 #include "failure.h"
 #include "model/document_stamp.h"
+#include "parser.h"
 #include "ports/file_store.h"
 #include "terminal.h"
 #include "text/strings.h"
@@ -31,13 +32,6 @@ std::span<const Command> commandsFor(std::string_view word) {
                                    [word](const Command& c) { return c.name == word; });
   if (found == std::end(commandTable)) return commandTable;
   return {found, 1};
-}
-
-void describeProgram(CLI::App& parser) {
-  parser.name("kgen");
-  parser.description("Program generator for K700 data loggers");
-  parser.set_version_flag("--version", text::concat("kgen ", model::generatorVersion),
-                          "Print the version and exit");
 }
 
 /// Set when the commands are there: they would take it over.
@@ -88,11 +82,11 @@ int parseAndRun(CLI::App& parser, const Action& action, int argc, char** argv) {
 }
 
 int parseAndRun(int argc, char** argv) {
-  CLI::App parser;
-  describeProgram(parser);
-  const Action action = prepareAll(parser, commandsFor(argc > 1 ? argv[1] : ""));
-  addFooter(parser);
-  return parseAndRun(parser, action, argc, argv);
+  CLI::App app;
+  describeProgram(app);
+  const Action action = Parser(app).commands(commandsFor(argc > 1 ? argv[1] : ""));
+  addFooter(app);
+  return parseAndRun(app, action, argc, argv);
 }
 
 int complainAndFail(std::string_view message, ExitCode code) {
@@ -104,23 +98,11 @@ int complainAndFail(std::string_view message, ExitCode code) {
 
 std::span<const Command> allCommands() { return commandTable; }
 
-Action prepareAll(CLI::App& parser, std::span<const Command> commands) {
-  parser.require_subcommand(1);
-  std::vector<std::pair<CLI::App*, Action>> prepared;
-  for (const Command& command : commands) {
-    CLI::App* part = parser.add_subcommand(std::string(command.name), std::string(command.help));
-    prepared.emplace_back(part, command.prepare(*part));
-  }
-  return [prepared] {
-    const auto named = std::find_if(prepared.begin(), prepared.end(),
-                                    [](const auto& each) { return each.first->parsed(); });
-    return named == prepared.end() ? static_cast<int>(wrongUsage) : named->second();
-  };
-}
-
-void buildWholeTree(CLI::App& parser) {
-  describeProgram(parser);
-  prepareAll(parser, commandTable);
+void describeProgram(CLI::App& app) {
+  app.name("kgen");
+  app.description("Program generator for K700 data loggers");
+  app.set_version_flag("--version", text::concat("kgen ", model::generatorVersion),
+                       "Print the version and exit");
 }
 
 int runCommandLine(int argc, char** argv) {

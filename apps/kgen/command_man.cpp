@@ -72,6 +72,6 @@ int runMan() {
 
 }  // namespace
 
-Action prepareMan(CLI::App&) { return runMan; }
+Action prepareMan(Parser&) { return runMan; }
 
 }  // namespace kgen

@@ -1,12 +1,11 @@
-#include <CLI/CLI.hpp>
 #include <array>
 #include <charconv>
 #include <memory>
 
-#include "choices.h"
 #include "command.h"
 #include "disk_files.h"
 #include "failure.h"
+#include "parser.h"
 #include "project_files.h"
 #include "text/strings.h"
 
@@ -17,7 +16,7 @@ using model::ModuleKindIndex;
 
 struct NewOptions {
   std::string base;
-  int cpu = 1;
+  std::string cpu = "1";
   std::vector<std::string> modules;
   bool force = false;
 };
@@ -93,7 +92,8 @@ void checkModules(const model::LoggerConfiguration& configuration) {
 model::Project newProject(const NewOptions& options) {
   model::Project project;
   KGEN_COMMON::SetAllDefaults(project);
-  project.configuration.quantity(ModuleKindIndex::cpu) = static_cast<std::int16_t>(options.cpu);
+  project.configuration.quantity(ModuleKindIndex::cpu) =
+      options.cpu == "2" ? std::int16_t{2} : std::int16_t{1};
   for (const std::string& module : options.modules) addModule(project.configuration, module);
   checkModules(project.configuration);
   model::fitLists(project);
@@ -114,20 +114,16 @@ int runNew(const NewOptions& options) {
 
 }  // namespace
 
-Action prepareNew(CLI::App& parser) {
+Action prepareNew(Parser& parser) {
   const auto options = std::make_shared<NewOptions>();
-  parser.add_option("BASE", options->base, "Path of the project; .GN7 is added")->required();
-  parser.add_option("--cpu", options->cpu, "CPU: 1 is the 7103 (K700), 2 the 7104 (K700X)")
-      ->check(oneOf({1, 2}))
-      ->type_name("1|2");
-  parser
-      .add_option(
-          "--module", options->modules,
-          "Modules in the logger, for example 7121=2; NAME is 7151, 7121/22, 7131, 7141/42, "
-          "7127, 7125, 7128, TCMUX or CANIF; may be repeated")
-      ->allow_extra_args(false)
-      ->type_name("NAME=N");
-  parser.add_flag("--force", options->force, "Replace a project of that name");
+  parser.argument("BASE", "Path of the project; .GN7 is added", options->base);
+  parser.choice("--cpu", {"1", "2"}, "CPU: 1 is the 7103 (K700), 2 the 7104 (K700X)", options->cpu);
+  parser.repeated(
+      "--module", "NAME=N",
+      "Modules in the logger, for example 7121=2; NAME is 7151, 7121/22, 7131, 7141/42, "
+      "7127, 7125, 7128, TCMUX or CANIF; may be repeated",
+      options->modules);
+  parser.flag("--force", "Replace a project of that name", options->force);
   return [options] { return runNew(*options); };
 }
 

@@ -1,9 +1,8 @@
-#include <CLI/CLI.hpp>
 #include <memory>
 
-#include "choices.h"
 #include "command.h"
 #include "failure.h"
+#include "parser.h"
 #include "project_files.h"
 #include "projectfile/project_listing.h"
 #include "terminal.h"
@@ -31,12 +30,11 @@ int runShow(const ShowOptions& options) {
 
 }  // namespace
 
-Action prepareShow(CLI::App& parser) {
+Action prepareShow(Parser& parser) {
   const auto options = std::make_shared<ShowOptions>();
-  parser.add_option("FILE", options->file, "Project file, - for standard input")->required();
-  parser.add_option("--format", options->format, "Form of the answer; text unless said otherwise")
-      ->check(oneOf({"text", "json"}))
-      ->type_name("text|json");
+  parser.argument("FILE", "Project file, - for standard input", options->file);
+  parser.choice("--format", {"text", "json"}, "Form of the answer; text unless said otherwise",
+                options->format);
   return [options] { return runShow(*options); };
 }
 

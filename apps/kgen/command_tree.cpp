@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include "command.h"
+#include "parser.h"
 
 namespace kgen {
 namespace {
@@ -56,10 +57,11 @@ void describeInto(std::vector<CommandDescription>& all, const CLI::App& app,
 }  // namespace
 
 std::vector<CommandDescription> describeCommands() {
-  CLI::App parser;
-  buildWholeTree(parser);
+  CLI::App app;
+  describeProgram(app);
+  Parser(app).commands(allCommands());
   std::vector<CommandDescription> all;
-  describeInto(all, parser, "");
+  describeInto(all, app, "");
   return all;
 }
 

@@ -25,6 +25,9 @@ struct CommandDescription {
   std::vector<std::string> commands;  // names of the commands below
 };
 
+/// Sets name, help and version of the program itself.
+void describeProgram(CLI::App& app);
+
 /// Every command of the program in the order of the help, kgen itself first.
 std::vector<CommandDescription> describeCommands();
 

@@ -1,8 +1,7 @@
 #include "project_files.h"
 
-#include <CLI/CLI.hpp>
-
 #include "failure.h"
+#include "parser.h"
 #include "system_clock.h"
 #include "terminal.h"
 #include "text/strings.h"
@@ -57,10 +56,9 @@ model::DocumentStamp stampFor(std::string_view base, bool dunmoreHost) {
   return {std::string(fileNameOf(base)), SystemClock().now(), dunmoreHost};
 }
 
-void addHostOption(CLI::App& parser, std::string& host) {
-  parser
-      .add_option("--host", host, "Program that the project is made for; Dunmore needs the K700X")
-      ->type_name("NAME");
+void addHostOption(Parser& parser, std::string& host) {
+  parser.option("--host", "NAME", "Program that the project is made for; Dunmore needs the K700X",
+                host);
 }
 
 bool isDunmore(const std::string& host) { return text::equalsIgnoringCase(host, "Dunmore"); }

@@ -7,11 +7,9 @@
 #include "model/project.h"
 #include "projectfile/project_file.h"
 
-namespace CLI {
-class App;
-}
-
 namespace kgen {
+
+class Parser;
 
 /// A project as it was read, with the path that was opened.
 struct OpenedProject {
@@ -40,7 +38,7 @@ std::string withoutProjectExtension(std::string_view path);
 model::DocumentStamp stampFor(std::string_view base, bool dunmoreHost = false);
 
 /// Adds --host. True once it names the Dunmore host, in any case of letters.
-void addHostOption(CLI::App& parser, std::string& host);
+void addHostOption(Parser& parser, std::string& host);
 bool isDunmore(const std::string& host);
 
 }  // namespace kgen

@@ -46,7 +46,7 @@ TEST(Refusals, WrongUsage) {
       {"can", "kgen can --help"},
       {"can id 12z", "'12z'"},
       {"can id 5 --bits 12", "--bits"},
-      {"can baud fast", "CODE"},
+      {"can baud fast", "'fast': no code"},
       {"can j1939 1 --set tone=1", "'tone=1': no such field"},
       {"can j1939 1 --set priority", "write FIELD=VALUE"},
       {"channels import p.GN7", "--csv is required"},

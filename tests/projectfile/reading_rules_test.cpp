@@ -294,7 +294,8 @@ TEST_F(LoadFromDisk, SaysWhyAFileCannotBeRead) {
   write("empty.GN7", "");
   EXPECT_NE(errorOf("missing").find("missing.GN7: there is no such file; "), std::string::npos);
   EXPECT_NE(errorOf("empty").find("empty.GN7: the file is empty; "), std::string::npos);
-  EXPECT_NE(errorOf("../" + folder_.filename().string()).find(": is a folder; "), std::string::npos);
+  EXPECT_NE(errorOf("../" + folder_.filename().string()).find(": is a folder; "),
+            std::string::npos);
   EXPECT_EQ(project_, newProject());
 }
 
