@@ -90,8 +90,7 @@ void checkModules(const model::LoggerConfiguration& configuration) {
 }
 
 model::Project newProject(const NewOptions& options) {
-  model::Project project;
-  KGEN_COMMON::SetAllDefaults(project);
+  model::Project project = KGEN_COMMON::newProject();
   project.configuration.quantity(ModuleKindIndex::cpu) =
       options.cpu == "2" ? std::int16_t{2} : std::int16_t{1};
   for (const std::string& module : options.modules) addModule(project.configuration, module);

@@ -24,8 +24,7 @@ void sayNotes(const std::string& path, const std::vector<KGEN_GENFILE::LineNote>
 OpenedProject openProject(const std::string& path, const KGEN_GENFILE::LoadOptions& options) {
   OpenedProject opened;
   opened.path = openedPath(path);
-  KGEN_COMMON::SetAllDefaults(opened.project);
-  opened.report = KGEN_GENFILE::load(opened.path, opened.project, options);
+  opened.report = KGEN_GENFILE::loadInPlace(opened.path, opened.project, options);
   if (opened.report.error) throw Failure(inputUnreadable, *opened.report.error);
   sayNotes(opened.path, opened.report.notes);
   return opened;

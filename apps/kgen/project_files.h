@@ -14,7 +14,7 @@ class Parser;
 /// A project as it was read, with the path that was opened.
 struct OpenedProject {
   std::string path;
-  model::Project project;
+  model::Project project = KGEN_COMMON::newProject();
   KGEN_GENFILE::LoadReport report;
 };
 

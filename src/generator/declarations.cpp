@@ -9,9 +9,8 @@ using text::concat;
 
 /// "Alias VBlk1(2) = name" for a tag such as "VBlk1" and a prefix such as "M$".
 void emitAlias(ProgramText& out, std::string_view tag, std::size_t element, std::string_view name) {
-  const std::string target = concat(tag, "(", element, ")");
-  out.commented(concat("Alias ", target, " = ", name),
-                concat("'Assign alias name \"", name, "\" to ", target));
+  out.code("Alias ", tag, "(", element, ") = ", name)
+      .comment("'Assign alias name \"", name, "\" to ", tag, "(", element, ")");
 }
 
 void emitChannelNames(ProgramText& out, const SourceBlock& block, std::size_t element) {
@@ -26,8 +25,8 @@ void emitChannelNames(ProgramText& out, const SourceBlock& block, std::size_t el
   }
   if (channel.units.empty()) return;
   const std::string name = channel.alias.empty() ? concat(tag, "(", element, ")") : channel.alias;
-  out.commented(concat("Units ", name, " = ", channel.units),
-                concat("'Assign units \"", channel.units, "\" to ", name));
+  out.code("Units ", name, " = ", channel.units)
+      .comment("'Assign units \"", channel.units, "\" to ", name);
 }
 
 void emitFamilyNames(ProgramText& out, const ProgramPlan& plan, char letter) {

@@ -11,8 +11,8 @@ void emitDefaultLoop(ProgramText& out, const SourceBlock& block) {
   if (block.reps == 0) return;
   const auto assign = [&](const std::string& array, const std::string& constant, double value,
                           std::string_view what) {
-    out.commented(concat(array, "(I) = ", constant),
-                  concat("'Assign default ", what, " (", value, ") to ", array));
+    out.code(array, "(I) = ", constant)
+        .comment("'Assign default ", what, " (", value, ") to ", array);
   };
   out.commented(concat("For I = 1 To ", block.constant("REP")),
                 concat("'Do the following to all of ", block.values()));
@@ -59,9 +59,9 @@ void emitExceptions(ProgramText& out, const ProgramPlan& plan) {
       for (const Exception& exception : exceptionsOf(block, e)) {
         if (first) out.bodyBanner(" exception multipliers and offsets ");
         first = false;
-        out.commented(concat(exception.array, "(", e, ") = ", exception.value),
-                      concat("'Exception ", exception.what, " for ", exceptionTarget(block, e),
-                             " alias \"", block.channels[e - 1].alias, "\""));
+        out.code(exception.array, "(", e, ") = ", exception.value)
+            .comment("'Exception ", exception.what, " for ", exceptionTarget(block, e), " alias \"",
+                     block.channels[e - 1].alias, "\"");
       }
   });
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <set>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "generator/source_block.h"
@@ -26,7 +26,7 @@ class NameBook {
   std::vector<ProgramChannel> channelsOf(const SourceBlock& block);
 
  private:
-  std::set<std::string, std::less<>> taken_;  // lower case
+  std::unordered_set<std::string> taken_;  // lower case
   std::vector<std::string>& notes_;
 };
 

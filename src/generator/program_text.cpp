@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::size_t commentColumn = 65;  // characters of code before a comment
 constexpr std::size_t bannerWidth = 64;
-constexpr std::size_t usualSize = 1U << 16U;
+constexpr std::size_t usualSize = 1U << 19U;  // room that is not written to costs nothing
 
 }  // namespace
 
@@ -29,13 +29,14 @@ void ProgramText::append(std::string_view line) {
   afterEmptyLine_ = line.empty();
 }
 
-void ProgramText::commented(std::string_view code, std::string_view comment) {
-  beginLine();
-  text_ += code;
-  if (code.size() < commentColumn) text_.append(commentColumn - code.size(), ' ');
-  if (code.size() > commentColumn) text_ += ' ';
-  text_ += comment;
-  endLine();
+void ProgramText::padCode(std::size_t start) {
+  const std::size_t size = text_.size() - start;
+  if (size < commentColumn) text_.append(commentColumn - size, ' ');
+  if (size > commentColumn) text_ += ' ';
+}
+
+void ProgramText::commented(std::string_view codeText, std::string_view comment) {
+  code(codeText).comment(comment);
 }
 
 void ProgramText::sectionBanner(std::string_view title) {

@@ -27,6 +27,30 @@ class ProgramText {
   /// Code padded to the comment column, then the comment (with its "'").
   void commented(std::string_view code, std::string_view comment);
 
+  /// The same composed in place: `out.code("Dim ", name).comment("'Declare ", name)`.
+  class CodeLine {
+   public:
+    template <class... Pieces>
+    void comment(const Pieces&... pieces) {
+      out_.padCode(start_);
+      (text::appendPiece(out_.text_, pieces), ...);
+      out_.endLine();
+    }
+
+   private:
+    friend class ProgramText;
+    explicit CodeLine(ProgramText& out) : out_(out), start_(out.text_.size()) {}
+    ProgramText& out_;
+    std::size_t start_;
+  };
+  template <class... Pieces>
+  [[nodiscard]] CodeLine code(const Pieces&... pieces) {
+    beginLine();
+    const CodeLine line(*this);
+    (text::appendPiece(text_, pieces), ...);
+    return line;
+  }
+
   /// "'\\\ TITLE ///" and an empty line; the spaced form sees to one before it.
   void sectionBanner(std::string_view title);
   void spacedSectionBanner(std::string_view title);
@@ -45,6 +69,7 @@ class ProgramText {
 
  private:
   void beginLine();
+  void padCode(std::size_t start);
   void endLine();
 
   std::string text_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <unordered_set>
 
 #include "text/strings.h"
 
@@ -212,12 +211,20 @@ constexpr std::string_view furtherWords[] = {
     "NextSubScan", "Not",     "RainFlow",      "SlotConfigure", "Sub",
     "SubScan",     "TypeN",   "TypeS",         "VoltFilt"};
 
-/// Words that, with a number behind them, name something of a program.
-constexpr std::string_view numberedNames[] = {"INTERVAL", "UNITS", "FlagMode",
-                                              "BCODE",    "BGF",   "CalcField"};
-/// Words that begin names of a program.
-constexpr std::string_view nameBeginnings[] = {"Zero_",     "Excite_",   "TriggerCall", "WritPortL",
-                                               "WritPortU", "ReadPortL", "ReadPortU"};
+/// Words that, with a number behind them, name something of a program; in lower case.
+constexpr std::string_view numberedNames[] = {"interval", "units", "flagmode",
+                                              "bcode",    "bgf",   "calcfield"};
+/// Words that begin names of a program; in lower case.
+constexpr std::string_view nameBeginnings[] = {"zero_",     "excite_",   "triggercall", "writportl",
+                                               "writportu", "readportl", "readportu"};
+
+template <std::size_t size>
+std::string_view wordIn(const std::string_view (&words)[size], std::string_view name) {
+  const auto* const found =
+      std::find_if(std::begin(words), std::end(words),
+                   [name](std::string_view word) { return text::equalsIgnoringCase(word, name); });
+  return found == std::end(words) ? std::string_view() : *found;
+}
 
 bool isNumbered(std::string_view name, std::string_view word) {
   return name.size() > word.size() && name.starts_with(word) &&
@@ -250,33 +257,18 @@ bool isMarkCounter(std::string_view name) {
          text::isDigit(name[4]);
 }
 
-const std::unordered_set<std::string>& takenWords() {
-  static const std::unordered_set<std::string> words = [] {
-    std::unordered_set<std::string> set;
-    for (const std::string_view word : fixedNames) set.insert(text::lower(word));
-    for (const std::string_view word : furtherWords) set.insert(text::lower(word));
-    return set;
-  }();
-  return words;
-}
-
 }  // namespace
 
-bool isReservedWord(std::string_view name) {
-  static const std::unordered_set<std::string> words = [] {
-    std::unordered_set<std::string> set;
-    for (const std::string_view word : reservedWords) set.insert(text::lower(word));
-    return set;
-  }();
-  return words.contains(text::lower(name));
-}
+bool isReservedWord(std::string_view name) { return !reservedWordFor(name).empty(); }
+
+std::string_view reservedWordFor(std::string_view name) { return wordIn(reservedWords, name); }
 
 bool isGeneratedName(std::string_view name) {
   if (name.empty()) return false;
+  if (!wordIn(fixedNames, name).empty() || !wordIn(furtherWords, name).empty()) return true;
   const std::string lower = text::lower(name);
-  if (takenWords().contains(lower)) return true;
-  const auto numbered = [&](std::string_view word) { return isNumbered(lower, text::lower(word)); };
-  const auto begins = [&](std::string_view word) { return lower.starts_with(text::lower(word)); };
+  const auto numbered = [&](std::string_view word) { return isNumbered(lower, word); };
+  const auto begins = [&](std::string_view word) { return lower.starts_with(word); };
   return std::any_of(std::begin(numberedNames), std::end(numberedNames), numbered) ||
          std::any_of(std::begin(nameBeginnings), std::end(nameBeginnings), begins) ||
          isBlockConstant(lower) || isBlockArray(lower) || isMarkCounter(lower);

@@ -10,6 +10,9 @@ namespace model {
 /// A word of the program language, without regard to case.
 bool isReservedWord(std::string_view name);
 
+/// The reserved word that the name is, in the spelling of the language; "" when it is none.
+std::string_view reservedWordFor(std::string_view name);
+
 /// A name, or the form of one, that generated programs use themselves: "VBlk1", "TREP2", "Flag".
 bool isGeneratedName(std::string_view name);
 

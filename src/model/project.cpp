@@ -115,8 +115,8 @@ void fitLists(Project& project) {
 
 namespace KGEN_COMMON {
 
-void SetAllDefaults(model::Project& project, const model::DefaultSettings& settings) {
-  project = model::Project{};
+model::Project newProject(const model::DefaultSettings& settings) {
+  model::Project project;
   project.scan.ExecutionTime = settings.DefaultScanInterval;
   project.scan.ExecTimeUnits = settings.DefaultScanIntervalUnits;
   for (std::size_t i = 0; i < model::maxTables; ++i) {
@@ -126,6 +126,11 @@ void SetAllDefaults(model::Project& project, const model::DefaultSettings& setti
   }
   for (const model::BlockKind kind : model::allBlockKinds)
     project.set(kind).blocks.fill(model::defaultBlock(kind, settings.DefaultIntegrationCode));
+  return project;
+}
+
+void SetAllDefaults(model::Project& project, const model::DefaultSettings& settings) {
+  project = newProject(settings);
 }
 
 }  // namespace KGEN_COMMON

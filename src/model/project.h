@@ -83,7 +83,9 @@ void fitLists(Project& project);
 
 namespace KGEN_COMMON {
 
-/// Makes the project a new one.
+/// Makes the project a new one. newProject() gives it without a copy: a project fills many pages
+/// of memory, and touching those takes longer than most of what is done with it.
+model::Project newProject(const model::DefaultSettings& settings = {});
 void SetAllDefaults(model::Project& project, const model::DefaultSettings& settings = {});
 
 }  // namespace KGEN_COMMON

@@ -29,14 +29,12 @@ LoadReport refused(std::string reason) {
   return report;
 }
 
-/// Hands the project over only when everything was read.
-LoadReport concluded(ProjectReader& reader, std::string_view name, model::Project& project) {
+LoadReport concluded(ProjectReader& reader, std::string_view name) {
   std::optional<std::string> reason = reader.failure();
   if (!reason && !reader.finish()) reason = "no section and no version line in it is known";
   if (reason)
     return refused(concat(name, ": is not a project file: ", *reason,
                           "; choose a file that the generator saved"));
-  project = std::move(reader.project());
   return std::move(reader.report());
 }
 
@@ -52,18 +50,29 @@ projectfile::SaveMarks marksFrom(const model::DocumentStamp& stamp) {
 
 }  // namespace
 
-LoadReport load(const std::string& path, model::Project& project, const LoadOptions& options) {
+LoadReport loadInPlace(const std::string& path, model::Project& project,
+                       const LoadOptions& options) {
   const std::string file = withExtension(path);
   ProjectReader reader(project, options);
   if (std::string reason = projectfile::readFile(file, reader); !reason.empty())
     return refused(std::move(reason));
-  return concluded(reader, file == "-" ? "standard input" : file, project);
+  return concluded(reader, file == "-" ? "standard input" : file);
+}
+
+LoadReport load(const std::string& path, model::Project& project, const LoadOptions& options) {
+  model::Project next = project;
+  LoadReport report = loadInPlace(path, next, options);
+  if (!report.error) project = std::move(next);
+  return report;
 }
 
 LoadReport loadText(std::string_view content, model::Project& project, const LoadOptions& options) {
-  ProjectReader reader(project, options);
+  model::Project next = project;
+  ProjectReader reader(next, options);
   reader.take(content, true);
-  return concluded(reader, "text", project);
+  LoadReport report = concluded(reader, "text");
+  if (!report.error) project = std::move(next);
+  return report;
 }
 
 std::string fileText(const model::Project& project, const model::DocumentStamp& stamp) {

@@ -36,7 +36,10 @@ struct LoadReport {
 /// Reads a project file into the project. Keys that the file lacks keep their values; a file that
 /// can't be read whole leaves the project as it was. "-" reads standard input.
 LoadReport load(const std::string& path, model::Project& project, const LoadOptions& options = {});
-/// The same from text in memory.
+/// The same for a project that nobody needs when the reading fails: it may then be half filled.
+LoadReport loadInPlace(const std::string& path, model::Project& project,
+                       const LoadOptions& options = {});
+/// Like load, from text in memory.
 LoadReport loadText(std::string_view content, model::Project& project,
                     const LoadOptions& options = {});
 

@@ -61,8 +61,8 @@ void settleRangeCodes(model::Project& project) {
         block.RangeNo = code;
 }
 
-ProjectReader::ProjectReader(model::Project start, const KGEN_GENFILE::LoadOptions& options)
-    : target_(std::move(start)), options_(options), sections_(knownSections().size()) {}
+ProjectReader::ProjectReader(model::Project& project, const KGEN_GENFILE::LoadOptions& options)
+    : target_(project), options_(options), sections_(knownSections().size()) {}
 
 bool ProjectReader::holdsNul(std::string_view text) {
   const char* const nul = findChar(text.data(), text.data() + text.size(), '\0');

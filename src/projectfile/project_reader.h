@@ -13,10 +13,11 @@ namespace projectfile {
 /// The text of a range rules over its code, unless the text is unknown.
 void settleRangeCodes(model::Project& project);
 
-/// Fills a project from the lines of a file, which come in pieces of any size.
+/// Fills a project from the lines of a file, which come in pieces of any size. A file that turns
+/// out to be unusable leaves it half filled.
 class ProjectReader {
  public:
-  ProjectReader(model::Project start, const KGEN_GENFILE::LoadOptions& options);
+  ProjectReader(model::Project& project, const KGEN_GENFILE::LoadOptions& options);
 
   /// Takes the whole lines at the front of `text`, at the end of the file also the rest. Returns
   /// the bytes taken; the caller brings the others again in front of what follows them.
@@ -30,7 +31,6 @@ class ProjectReader {
   bool finish();
 
   KGEN_GENFILE::LoadReport& report() { return report_; }
-  model::Project& project() { return target_.project; }
 
  private:
   struct Section {

@@ -478,7 +478,7 @@ std::string_view headerOf(const SectionInfo& section) {
   return section.header.empty() ? model::infoOf(section.kind).section : section.header;
 }
 
-Target::Target(model::Project&& start) : project(std::move(start)) {
+Target::Target(model::Project& start) : project(start) {
   for (std::size_t t = 0; t < model::maxTables; ++t) {
     const model::cOutputTable& conditions = project.tables[t].conditions;
     writeIf[t].single = conditions.writeIf(1);

@@ -23,11 +23,11 @@ struct WriteIfForms {
 
 /// The project that a load fills, and what the load must remember until its end.
 struct Target {
-  explicit Target(model::Project&& start);
+  explicit Target(model::Project& start);
 
   void enterKind(model::BlockKind blockKind);
 
-  model::Project project;
+  model::Project& project;
   std::size_t line = 0;                                    // being read, from 1
   model::BlockKind kind = model::BlockKind::thermocouple;  // of the section being read
   model::BlockSet* set = nullptr;                          // of that kind

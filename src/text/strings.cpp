@@ -63,8 +63,9 @@ std::string upper(std::string_view text) { return mapped(text, upperChar); }
 std::string lower(std::string_view text) { return mapped(text, lowerChar); }
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return lowerChar(x) == lowerChar(y); });
+  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
+           return lowerChar(x) == lowerChar(y);
+         });
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view part) {
