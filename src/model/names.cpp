@@ -221,8 +221,9 @@ constexpr std::string_view nameBeginnings[] = {"zero_",     "excite_",   "trigge
 template <std::size_t size>
 std::string_view wordIn(const std::string_view (&words)[size], std::string_view name) {
   const auto* const found =
-      std::find_if(std::begin(words), std::end(words),
-                   [name](std::string_view word) { return text::equalsIgnoringCase(word, name); });
+      std::find_if(std::begin(words), std::end(words), [name](std::string_view word) {
+        return word.size() == name.size() && text::equalsIgnoringCase(word, name);
+      });
   return found == std::end(words) ? std::string_view() : *found;
 }
 
