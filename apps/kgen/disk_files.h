@@ -1,35 +1,13 @@
 #pragma once
 
-#include <string>
-#include <string_view>
-
-#include "ports/file_store.h"
+#include "platform/disk_files.h"
 
 namespace kgen {
 
-/// The files of this machine.
-class DiskFiles final : public ports::FileStore {
- public:
-  [[nodiscard]] bool exists(const std::string& path) const override;
-  void write(const std::string& path, std::string_view content, bool flush) override;
-  void rename(const std::string& from, const std::string& to) override;
-  void remove(const std::string& path) override;
-
-  /// Puts a whole new file in the place of the old one, which stays untouched until then. A path
-  /// that leads to a device or pipe is written through.
-  void replace(const std::string& path, std::string_view content);
-};
+using platform::DiskFiles;
+using platform::isDevice;
 
 /// Whole content of a file, "-" being standard input. Throws Failure.
 std::string readAll(const std::string& path);
-
-/// True when the path leads to something that is neither a file nor a folder: a device or a pipe.
-bool isDevice(const std::string& path);
-
-/// Writes every byte; false with errno set when the machine refuses.
-bool writeAll(int descriptor, std::string_view content);
-
-/// "FILE: what: why; what to do" for an errno value.
-std::string refusal(std::string_view file, std::string_view what, int error);
 
 }  // namespace kgen

@@ -2,7 +2,7 @@
 
 #include "failure.h"
 #include "parser.h"
-#include "system_clock.h"
+#include "platform/system_clock.h"
 #include "terminal.h"
 #include "text/strings.h"
 
@@ -52,7 +52,7 @@ std::string withoutProjectExtension(std::string_view path) {
 }
 
 model::DocumentStamp stampFor(std::string_view base, bool dunmoreHost) {
-  return {std::string(fileNameOf(base)), SystemClock().now(), dunmoreHost};
+  return {std::string(fileNameOf(base)), platform::SystemClock().now(), dunmoreHost};
 }
 
 void addHostOption(Parser& parser, std::string& host) {

@@ -11,11 +11,11 @@
 namespace kgen {
 
 void writeOut(std::string_view text) {
-  if (!writeAll(STDOUT_FILENO, text))
-    throw Failure(outputUnwritable, refusal("standard output", "cannot be written", errno));
+  if (!platform::writeAll(STDOUT_FILENO, text))
+    throw Failure(outputUnwritable, platform::refusal("standard output", "cannot be written", errno));
 }
 
-void say(std::string_view line) { writeAll(STDERR_FILENO, text::concat(line, "\n")); }
+void say(std::string_view line) { platform::writeAll(STDERR_FILENO, text::concat(line, "\n")); }
 
 void complain(std::string_view message) { say(text::concat("kgen: ", message)); }
 

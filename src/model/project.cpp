@@ -114,6 +114,20 @@ void fitLists(Project& project) {
 }  // namespace model
 
 namespace KGEN_COMMON {
+namespace {
+
+model::MeasurementBlock defaultBlock(model::BlockKind kind,
+                                     const model::DefaultSettings& settings) {
+  using model::BlockKind;
+  model::MeasurementBlock block = model::defaultBlock(kind, settings.DefaultIntegrationCode);
+  const bool eitherInput = kind == BlockKind::thermocouple || kind == BlockKind::voltage ||
+                           kind == BlockKind::highVoltage;
+  if (eitherInput && settings.DefaultInputType == 1) block.MeasType = "SE";
+  if (settings.DefaultDataType == 1) block.DataResolution = "IEEE4";
+  return block;
+}
+
+}  // namespace
 
 model::Project newProject(const model::DefaultSettings& settings) {
   model::Project project;
@@ -125,7 +139,7 @@ model::Project newProject(const model::DefaultSettings& settings) {
     project.tables[i].Buffer = settings.DefaultTableNumRecs;
   }
   for (const model::BlockKind kind : model::allBlockKinds)
-    project.set(kind).blocks.fill(model::defaultBlock(kind, settings.DefaultIntegrationCode));
+    project.set(kind).blocks.fill(defaultBlock(kind, settings));
   return project;
 }
 

@@ -18,7 +18,9 @@ namespace model {
 struct DefaultSettings {
   double DefaultScanInterval = 1;
   std::int16_t DefaultScanIntervalUnits = 2;
+  std::int16_t DefaultDataType = 0;  // 0 as the kind has it, 1 "IEEE4" for all
   std::int16_t DefaultIntegrationCode = 2;
+  std::int16_t DefaultInputType = 0;  // 0 "Diff", 1 "SE": 7121/22 and 7127 inputs
   bool DefaultTableAutoSize = true;
   std::int32_t DefaultTableNumRecs = 1000;
 };

@@ -17,12 +17,15 @@ class FileStore {
  public:
   virtual ~FileStore() = default;
   [[nodiscard]] virtual bool exists(const std::string& path) const = 0;
+  [[nodiscard]] virtual std::string read(const std::string& path) const = 0;
   /// Creates or replaces the file, writes every byte and, if asked, flushes it to the disk.
   virtual void write(const std::string& path, std::string_view content, bool flush) = 0;
   /// Replaces `to` when it exists.
   virtual void rename(const std::string& from, const std::string& to) = 0;
   /// No error when the file does not exist.
   virtual void remove(const std::string& path) = 0;
+  /// Makes a folder and those above it; no error when it is there.
+  virtual void createFolder(const std::string& path) = 0;
 };
 
 }  // namespace ports

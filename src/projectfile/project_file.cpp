@@ -3,6 +3,7 @@
 #include "projectfile/file_input.h"
 #include "projectfile/project_reader.h"
 #include "projectfile/project_writer.h"
+#include "projectfile/rows.h"
 #include "text/strings.h"
 
 namespace KGEN_GENFILE {
@@ -83,7 +84,7 @@ void save(ports::FileStore& files, const std::string& base, const model::Project
           const model::DocumentStamp& stamp, bool flush) {
   const std::string text = fileText(project, stamp);
   const std::string file = concat(base, extension);
-  const std::string backup = concat(base, backupExtension);
+  const std::string backup = backupOf(base);
   std::string state =
       concat("not saved; it and ", backup, " are as they were: check the folder's access rights");
   try {
@@ -99,6 +100,13 @@ void save(ports::FileStore& files, const std::string& base, const model::Project
   } catch (const ports::FileError& error) {
     failSave(file, error.what(), state);
   }
+}
+
+std::string backupOf(const std::string& base) { return concat(base, backupExtension); }
+
+bool isCutShort(std::string_view content) {
+  const bool hasEnd = content.ends_with("\r\n\r\n") || content.ends_with("\n\n");
+  return !hasEnd || content.rfind(projectfile::fieldHeader) == std::string_view::npos;
 }
 
 void prepareForSave(model::Project& project, const model::DocumentStamp& stamp) {

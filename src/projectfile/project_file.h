@@ -51,6 +51,12 @@ std::string fileText(const model::Project& project, const model::DocumentStamp& 
 void save(ports::FileStore& files, const std::string& base, const model::Project& project,
           const model::DocumentStamp& stamp, bool flush = true);
 
+/// The name under which a save keeps the old file.
+std::string backupOf(const std::string& base);
+
+/// True for a project file in the current layout whose end is missing.
+bool isCutShort(std::string_view content);
+
 /// What a save keeps in the model: sets VersionLastSaved and PCTime, settles negative stop counts
 /// and the codes of ranges.
 void prepareForSave(model::Project& project, const model::DocumentStamp& stamp);

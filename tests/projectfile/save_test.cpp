@@ -14,6 +14,8 @@ class FailingFiles : public ports::FileStore {
   explicit FailingFiles(int failAt) : failAt_(failAt) {}
 
   [[nodiscard]] bool exists(const std::string& path) const override { return files.contains(path); }
+  [[nodiscard]] std::string read(const std::string& path) const override { return files.at(path); }
+  void createFolder(const std::string&) override {}
   void write(const std::string& path, std::string_view content, bool flush) override {
     flushed = flush;
     const bool fails = nextFails();

@@ -1,14 +1,13 @@
-#include "system_clock.h"
+#include "platform/system_clock.h"
 
 #include <charconv>
 #include <cstdlib>
 #include <ctime>
 #include <string_view>
 
-#include "failure.h"
 #include "text/strings.h"
 
-namespace kgen {
+namespace platform {
 namespace {
 
 ports::Moment momentOf(const std::tm& parts) {
@@ -23,8 +22,8 @@ std::time_t secondsIn(std::string_view epoch) {
   const char* end = epoch.data() + epoch.size();
   const auto [stop, error] = std::from_chars(epoch.data(), end, seconds);
   if (error != std::errc{} || stop != end || seconds < 0 || seconds > endOfYear9999)
-    throw Failure(wrongUsage, text::concat("SOURCE_DATE_EPOCH: '", epoch,
-                                           "' is no time; give whole seconds since 1970"));
+    throw ClockError(
+        text::concat("SOURCE_DATE_EPOCH: '", epoch, "' is no time; give whole seconds since 1970"));
   return seconds;
 }
 
@@ -42,4 +41,4 @@ ports::Moment SystemClock::now() const {
   return momentOf(parts);
 }
 
-}  // namespace kgen
+}  // namespace platform
