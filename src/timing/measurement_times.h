@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -40,7 +41,7 @@ struct MeasurementTimes {
   double batteryVolts = 0;
   double batteryCurrent = 0;
   double total = 0;         // totals and battery: what a scan must hold
-  double shortestScan = 0;  // a multiple of 10, at least 100 and what the filters need
+  double shortestScan = 0;  // whole tens, or what the filters need; at least 100
 
   [[nodiscard]] double of(TimeGroup group) const { return totals[static_cast<std::size_t>(group)]; }
 };
