@@ -4,6 +4,7 @@
 #include <array>
 #include <vector>
 
+#include "companion/document_lines.h"
 #include "model/channel_plan.h"
 #include "model/conditions.h"
 #include "model/stored_outputs.h"
@@ -15,9 +16,6 @@ namespace {
 
 using model::StoredSource;
 using text::concat;
-
-constexpr std::size_t lineWidth = 82;
-constexpr std::size_t headerColumn = 55;  // characters before the second half of a header line
 
 constexpr std::array<std::string_view, 8> processingNames = {
     "Sample ", "Maximum", "Minimum", "Average", "Std Dev", "Histgrm", "Rainflo", "LevelCr"};
@@ -35,7 +33,7 @@ class Writer {
       : project_(project), stamp_(stamp), plan_(model::channelPlan(project)) {}
 
   std::string run() {
-    emitHeader();
+    out_ = documentHeader(project_.configuration, stamp_, ".TI7");
     for (std::size_t t = 1; t <= model::maxTables; ++t)
       if (project_.tables[t - 1].TableOn) emitTable(t);
     return std::move(out_);
@@ -46,23 +44,6 @@ class Writer {
   void line(const Pieces&... pieces) {
     (text::appendPiece(out_, pieces), ...);
     out_ += "\r\n";
-  }
-
-  void headerLine(const std::string& left, const std::string& right) {
-    std::string padded = text::padded(left, headerColumn);
-    if (left.size() > headerColumn) padded += ' ';
-    line(padded, right);
-  }
-
-  void emitHeader() {
-    const model::LoggerConfiguration& configuration = project_.configuration;
-    line("");
-    headerLine(concat("File name   : ", text::upper(stamp_.baseName), ".TI7"),
-               concat("Date written: ", model::dateText(stamp_.now)));
-    headerLine(concat("Written by  : ", configuration.Operator),
-               concat("Time written: ", model::timeText(stamp_.now)));
-    headerLine(concat("I.D. number : ", configuration.IDNumber),
-               concat(" KGENOCX Vers: ", model::generatorVersion));
   }
 
   void emitTable(std::size_t number) {
@@ -223,9 +204,11 @@ class Writer {
   static std::vector<FieldSource> elementSources(const std::string& tag, std::size_t count,
                                                  const std::vector<model::Element>& elements,
                                                  const std::string& units) {
+    static const model::Element unnamed;
     std::vector<FieldSource> sources;
+    sources.reserve(count);
     for (std::size_t e = 0; e < count; ++e) {
-      const model::Element element = e < elements.size() ? elements[e] : model::Element{};
+      const model::Element& element = e < elements.size() ? elements[e] : unnamed;
       sources.push_back({concat(tag, "(", e + 1, ")"), element.AliasName,
                          element.AliasUnits.empty() ? units : element.AliasUnits});
     }
@@ -273,16 +256,7 @@ class Writer {
 
   void row(const std::array<std::string_view, 6>& cells) {
     static constexpr std::array<std::size_t, 6> columns = {0, 16, 23, 33, 50, 70};
-    const std::size_t begin = out_.size();
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-      const std::size_t length = out_.size() - begin;
-      const bool pushed = length > 0 && length >= columns[i];
-      out_.append(pushed ? 1 : columns[i] - length, ' ');
-      out_ += cells[i];
-    }
-    if (out_.size() > begin + lineWidth) out_.resize(begin + lineWidth);
-    while (out_.size() > begin && out_.back() == ' ') out_.pop_back();
-    out_ += "\r\n";
+    line(columnLine(cells, columns, lineWidth));
   }
 
   const model::Project& project_;
