@@ -1,0 +1,17 @@
+#include "control/trouble.h"
+
+#include "text/strings.h"
+
+namespace control {
+
+void TroubleReporter::report(int number, std::string_view description, std::string_view source) {
+  ports::Message message;
+  message.title = "TROUBLE";
+  message.icon = ports::Icon::critical;
+  message.text =
+      text::concat("Unexpected error ", number, ", \"", description, "\" has occurred in ", source,
+                   ".\r\n Press \"OK\" and the program will continue.");
+  messages_.show(message);
+}
+
+}  // namespace control
