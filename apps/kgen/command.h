@@ -28,8 +28,12 @@ int runCommandLine(int argc, char** argv);
 
 Action prepareNew(Parser& parser);
 Action prepareShow(Parser& parser);
+Action prepareSummary(Parser& parser);
 Action prepareConvert(Parser& parser);
+Action prepareCheck(Parser& parser);
 Action prepareGenerate(Parser& parser);
+Action preparePlan(Parser& parser);
+Action prepareCalc(Parser& parser);
 Action prepareCan(Parser& parser);
 Action prepareChannels(Parser& parser);
 Action prepareCompletion(Parser& parser);

@@ -1,23 +1,30 @@
 #include <algorithm>
 #include <memory>
 
+#include "answering_messages.h"
 #include "command.h"
 #include "companion/table_information.h"
+#include "companion/wiring_diagram.h"
 #include "disk_files.h"
 #include "failure.h"
+#include "fault_lines.h"
 #include "generator/program_writer.h"
 #include "model/channel_plan.h"
 #include "parser.h"
 #include "project_files.h"
 #include "terminal.h"
 #include "text/strings.h"
+#include "verify/save_checks.h"
 
 namespace kgen {
 namespace {
 
+const std::vector<std::string> allDocuments = {"program", "tables", "wiring"};
+
 struct GenerateOptions {
-  std::string file, base, host;
-  std::vector<std::string> only = {"program", "tables"};
+  std::string file, base, host, answer;
+  std::vector<std::string> only = allDocuments;
+  bool force = false;
 
   [[nodiscard]] bool wants(std::string_view what) const {
     return std::find(only.begin(), only.end(), what) != only.end();
@@ -32,10 +39,10 @@ struct Document {
 void checkOptions(const GenerateOptions& options) {
   if (options.file == "-" && options.base.empty())
     throw Failure(wrongUsage, "standard input: the outputs have no name; give one with -o BASE");
-  const bool several = options.wants("program") && options.wants("tables");
-  if (options.base == "-" && several)
+  if (options.base == "-" && options.only.size() > 1)
     throw Failure(wrongUsage,
-                  "-o -: standard output takes one document; add --only program or --only tables");
+                  "-o -: standard output takes one document; add --only program, --only tables or "
+                  "--only wiring");
 }
 
 std::string outputBase(const GenerateOptions& options, const std::string& path) {
@@ -71,14 +78,34 @@ std::vector<Document> documentsOf(const OpenedProject& opened, const GenerateOpt
   if (options.wants("tables"))
     documents.push_back(
         {text::concat(base, ".TI7"), companion::tableInformation(opened.project, stamp)});
+  if (options.wants("wiring"))
+    documents.push_back({text::concat(base, ".WR7"), MAKEWIRE::wiringText(opened.project, stamp)});
   return documents;
+}
+
+/// The checks of the save command; what they say goes to standard error. An answer may change the
+/// project. The upgrade that a save would make is no matter here: the project is not written.
+void check(OpenedProject& opened, const GenerateOptions& options) {
+  AnsweringMessages messages(options.answer);
+  FaultLines faults;
+  const verify::CheckContext context{messages, faults};
+  bool doNotSave = false, needsUpgrade = false;
+  KGEN_COMMON::VerifyBeforeSave(opened.project, context, doNotSave, needsUpgrade);
+  if (!doNotSave && !needsUpgrade) KGEN_COMMON::CheckFloatingGround(opened.project, context);
+  if (!messages.messages().empty())
+    complain(text::concat(shownName(opened.path), ": ", messages.listing()));
+  if (doNotSave && !options.force)
+    throw Failure(findings, text::concat(shownName(opened.path),
+                                         ": nothing is written because of what the checks found; "
+                                         "correct it, or write all the same with --force"));
 }
 
 int runGenerate(const GenerateOptions& options) {
   checkOptions(options);
-  const OpenedProject opened = openProject(options.file, {.dunmoreHost = isDunmore(options.host)});
+  OpenedProject opened = openProject(options.file, {.dunmoreHost = isDunmore(options.host)});
   for (const std::string& problem : model::channelPlan(opened.project).problems)
     warn(opened.path, problem);
+  check(opened, options);
   DiskFiles files;
   for (const Document& document : documentsOf(opened, options)) {
     if (options.base == "-")
@@ -98,8 +125,10 @@ Action prepareGenerate(Parser& parser) {
                 "Path of the outputs without extension, - for standard output; FILE's unless given",
                 options->base);
   addHostOption(parser, options->host);
-  parser.choices("--only", {"program", "tables"}, "What to write: program, tables, or both",
-                 options->only);
+  addAnswerOption(parser, options->answer);
+  parser.flag("--force", "Write although a check found a problem", options->force);
+  parser.choices("--only", allDocuments,
+                 "What to write; program, tables and wiring unless said otherwise", options->only);
   return [options] { return runGenerate(*options); };
 }
 

@@ -7,6 +7,7 @@
 #include "failure.h"
 #include "model/document_stamp.h"
 #include "parser.h"
+#include "platform/system_clock.h"
 #include "ports/file_store.h"
 #include "terminal.h"
 #include "text/strings.h"
@@ -17,8 +18,12 @@ namespace {
 constexpr Command commandTable[] = {
     {"new", "Write a project of defaults", prepareNew},
     {"show", "Show the whole project", prepareShow},
+    {"summary", "The summary of the main panel", prepareSummary},
     {"convert", "Load a project and write it in the current layout", prepareConvert},
+    {"check", "Check a project as before it is saved", prepareCheck},
     {"generate", "Write the logger program and its table information", prepareGenerate},
+    {"plan", "Plan the filter of an isolated block, as JSON", preparePlan},
+    {"calc", "Scaling calculators", prepareCalc},
     {"can", "Work out CAN identifiers and bit timing", prepareCan},
     {"channels", "Element lists of all blocks as CSV and back", prepareChannels},
     {"completion", "Print the completion script of a shell", prepareCompletion},
@@ -110,6 +115,8 @@ int runCommandLine(int argc, char** argv) {
     return parseAndRun(argc, argv);
   } catch (const Failure& failure) {
     return complainAndFail(failure.what(), failure.code());
+  } catch (const platform::ClockError& error) {
+    return complainAndFail(error.what(), wrongUsage);
   } catch (const ports::FileError& error) {
     return complainAndFail(error.what(), outputUnwritable);
   } catch (const std::exception& error) {

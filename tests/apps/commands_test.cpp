@@ -71,8 +71,8 @@ TEST(Generate, WritesWhatIsAskedForUnderItsName) {
     const char* arguments;
     Names newFiles;
   } cases[] = {
-      {"small.v2.GN7", {"small.KX7", "small.TI7"}},
-      {"small.v2.GN7 -o other", {"other.KX7", "other.TI7"}},
+      {"small.v2.GN7", {"small.KX7", "small.TI7", "small.WR7"}},
+      {"small.v2.GN7 -o other", {"other.KX7", "other.TI7", "other.WR7"}},
       {"small.v2.GN7 --only tables", {"small.TI7"}},
       {"- -o piped --only program < small.v2.GN7", {"piped.KX7"}},
       {"small.v2.GN7 -o - --only program", {}},
@@ -101,6 +101,21 @@ TEST(Generate, RepeatsItsBytesAndFollowsALink) {
   EXPECT_TRUE(bench.read("elsewhere") == first);
   EXPECT_TRUE(std::filesystem::is_symlink(bench.path("small.KX7")));
   EXPECT_NE(first.find("EndProg"), std::string::npos);
+}
+
+TEST(Generate, WritesNothingWhenAProblemIsFoundUnlessForced) {
+  const Workbench bench;
+  model::Project twice = smallProject();
+  for (const auto kind : {model::BlockKind::thermocouple, model::BlockKind::voltage})
+    twice.block(kind, 1).elements[0].AliasName = "Twice";
+  bench.write("twice.GN7", twice);
+  const Outcome refused = bench.kgen("generate twice --answer yes");
+  EXPECT_EQ(refused.code, 1);
+  EXPECT_NE(refused.err.find("DUPLICATION FOUND"), std::string::npos) << refused.err;
+  EXPECT_NE(refused.err.find("twice.GN7: nothing is written"), std::string::npos) << refused.err;
+  EXPECT_EQ(bench.files(), Names{"twice.GN7"});
+  EXPECT_EQ(bench.kgen("generate twice --force").code, 0);
+  EXPECT_EQ(bench.files(), (Names{"twice.GN7", "twice.KX7", "twice.TI7", "twice.WR7"}));
 }
 
 TEST(Generate, ReadsTheHostWithoutRegardToCase) {
@@ -146,6 +161,55 @@ TEST(Can, AnswersInJson) {
     ASSERT_EQ(run.code, 0) << run.err;
     EXPECT_EQ(json::parse(run.out).at(json::json_pointer(path)), expected);
   }
+}
+
+TEST(Calc, AnswersWithNumbersAndWhatTheWindowShows) {
+  const struct {
+    const char* arguments;
+    const char* path;
+    json expected;
+  } cases[] = {
+      {"multoff --xmin -5 --xmax 5 --ymin 0 --ymax 100 --x -9", "/x", -5},
+      {"pot --xmin -.5 --xmax=1e3 --ymin 0 --ymax 100 --y 200", "/shown/x", "1000.0"},
+      {"multoff --xmin 1 --xmax 1 --ymin 0 --ymax 1 --y 2", "/shown/multiplier", nullptr},
+      {"mvperv --capacity 500 --full-scale 2 --excitation 5000 --solve V --u 125", "/V", 2.5},
+      {"mvperv --capacity 500 --full-scale 2 --solve E --u 0 --v 2", "/shown/E", "ERROR"},
+      {"mvperv --capacity 500 --full-scale 2 --solve E --u 0 --v 2", "/E", nullptr},
+      {"mvperv --capacity 500 --full-scale 2 --solve E --u 500 --v 60", "/message/title",
+       "VALUE TOO LARGE"},
+      {"rs --ohms 1250 --units kOhms", "/multiplier", 1.25},
+      {"rpm --pulses 0", "/multiplier", nullptr},
+      {"rpm --pulses 60 --per-second 2.5", "/shown/rpm", "2.5"},
+      {"flow --factor 2 --per liter --out liter --time hour", "/shown/multiplier", "1,800.0"},
+      {"flow --factor 2 --per liter --out gallon --time min", "/units", "Gals/Min"},
+      {"speed --pulses 5 --gear 2 --gear 2 --wheel 10 --as circumference --measure inch --out "
+       "Ins/Sec",
+       "/multiplier", 0.5},
+      {"speed --pulses 1 --wheel 1 --as radius --measure cm --out M/Min", "/shown/cmPerPulse",
+       "6.28318"},
+      {"morespeed --pulses 1000 --per km --out K/Hour", "/multiplier", 3.6},
+      {"morespeed --pulses 63360 --per mile --out Ins/Min", "/multiplier", 60},
+  };
+  const Workbench bench;
+  for (const auto& [arguments, path, expected] : cases) {
+    SCOPED_TRACE(arguments);
+    const Outcome run = bench.kgen(std::string("calc ") + arguments);
+    ASSERT_EQ(run.code, 0) << run.err;
+    const json answer = json::parse(run.out);
+    EXPECT_EQ(answer.at(json::json_pointer(path)), expected) << run.out;
+    const bool nothing = answer.contains("multiplier") && answer["multiplier"].is_null();
+    EXPECT_EQ(run.err.find("nothing can be computed") != std::string::npos, nothing) << run.err;
+  }
+}
+
+TEST(Summary, GivesTheSameForAFileAndStandardInput) {
+  const Workbench bench;
+  bench.write("small.GN7", smallProject());
+  const Outcome named = bench.kgen("summary small");
+  ASSERT_EQ(named.code, 0) << named.err;
+  EXPECT_EQ(named.out.find(" Program Name: small\n"), 0U) << named.out;
+  const Outcome piped = bench.kgen("summary - < small.GN7");
+  EXPECT_EQ(piped.out.substr(piped.out.find('\n')), named.out.substr(named.out.find('\n')));
 }
 
 }  // namespace

@@ -42,13 +42,19 @@ TEST(Refusals, WrongUsage) {
       {"new q --module TCMUX=1", "Please Add 7131 Modules!"},
       {"generate - < p.GN7", "-o BASE"},
       {"generate p.GN7 -o -", "--only"},
-      {"generate p.GN7 --only wiring", "--only"},
+      {"generate p.GN7 --only wires", "--only"},
       {"can", "kgen can --help"},
       {"can id 12z", "'12z'"},
       {"can id 5 --bits 12", "--bits"},
       {"can baud fast", "'fast': no code"},
       {"can j1939 1 --set tone=1", "'tone=1': no such field"},
       {"can j1939 1 --set priority", "write FIELD=VALUE"},
+      {"calc rpm --pulses many", "--pulses: 'many' is no number"},
+      {"calc speed --pulses 1 --wheel 2 --gear x", "--gear: 'x' is no number"},
+      {"calc flow --factor 2 --per gallon --out liter", "--time is required"},
+      {"calc multoff --xmin 0 --xmax 1 --ymin 0", "--ymax is required"},
+      {"calc pot --xmin 0 --xmax 1 --ymin 0 --ymax 1 --x 1 --y 1", "give one of them"},
+      {"calc mvperv --capacity 1 --full-scale 2 --solve E --u 1", "--solve E needs --v"},
       {"channels import p.GN7", "--csv is required"},
       {"channels import - --csv x", "must be a file"},
       {"completion tcsh", "SHELL"},
@@ -65,7 +71,7 @@ TEST(Refusals, InputThatIsNoProject) {
   bench.write("nul.GN7", std::string(1000, '\0'));
   bench.write("long.GN7", std::string(3'000'000, 'x'));
   for (const char* file : {"missing.GN7", "folder.GN7", "empty.GN7", "nul.GN7", "long.GN7"}) {
-    for (const char* command : {"show ", "generate ", "channels export "})
+    for (const char* command : {"show ", "summary ", "generate ", "channels export "})
       expectRefusal(bench, {std::string(command) + file, 3, file});
     expectRefusal(bench, {std::string("convert ") + file + " out", 3, file});
   }

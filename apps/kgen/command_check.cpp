@@ -1,0 +1,74 @@
+#include <memory>
+
+#include "answering_messages.h"
+#include "command.h"
+#include "failure.h"
+#include "fault_lines.h"
+#include "parser.h"
+#include "project_files.h"
+#include "terminal.h"
+#include "text/json_writer.h"
+#include "text/strings.h"
+#include "verify/save_checks.h"
+
+namespace kgen {
+namespace {
+
+struct CheckOptions {
+  std::string file, answer, host;
+  std::string format = "text";
+};
+
+struct Verdict {
+  bool doNotSave = false;
+  bool needsUpgrade = false;
+};
+
+/// What the save command checks before it asks on its own.
+Verdict checked(model::Project& project, const verify::CheckContext& context) {
+  Verdict verdict;
+  KGEN_COMMON::VerifyBeforeSave(project, context, verdict.doNotSave, verdict.needsUpgrade);
+  if (!verdict.doNotSave && !verdict.needsUpgrade)
+    KGEN_COMMON::CheckFloatingGround(project, context);
+  return verdict;
+}
+
+void writeJson(const Verdict& verdict, const AnsweringMessages& messages) {
+  text::JsonWriter json(writeOut);
+  json.openObject();
+  json.member("doNotSave", verdict.doNotSave);
+  json.member("needsUpgrade", verdict.needsUpgrade);
+  json.key("messages");
+  messages.writeJson(json);
+  json.closeObject();
+  json.finish();
+}
+
+void writeText(const Verdict& verdict, const AnsweringMessages& messages) {
+  writeOut(text::concat(messages.listing(), "do not save: ", verdict.doNotSave ? "yes" : "no",
+                        ", needs upgrade: ", verdict.needsUpgrade ? "yes" : "no", "\n"));
+}
+
+int runCheck(const CheckOptions& options) {
+  OpenedProject opened = openProject(options.file, {.dunmoreHost = isDunmore(options.host)});
+  AnsweringMessages messages(options.answer);
+  FaultLines faults;
+  const Verdict verdict = checked(opened.project, {messages, faults});
+  options.format == "json" ? writeJson(verdict, messages) : writeText(verdict, messages);
+  if (faults.any()) return ownFault;
+  return verdict.doNotSave || verdict.needsUpgrade ? findings : done;
+}
+
+}  // namespace
+
+Action prepareCheck(Parser& parser) {
+  const auto options = std::make_shared<CheckOptions>();
+  parser.argument("FILE", "Project file, - for standard input", options->file);
+  addAnswerOption(parser, options->answer);
+  addHostOption(parser, options->host);
+  parser.choice("--format", {"text", "json"}, "Form of the answer; text unless said otherwise",
+                options->format);
+  return [options] { return runCheck(*options); };
+}
+
+}  // namespace kgen
