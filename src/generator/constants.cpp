@@ -97,14 +97,13 @@ void addPulse(BlockConstants& constants, const SourceBlock& block) {
   constants.scaling();
 }
 
-void addIsolated(BlockConstants& constants, const SourceBlock& block,
-                 const model::IsolatedSetup& setup) {
+void addIsolated(BlockConstants& constants, const SourceBlock& block, const ProgramPlan& plan) {
   constants.range(block.block->OpenSensDetect);
   if (block.block->InputType == 1)
     constants.add("TYPE", typeWord(block.block->TCType), "thermocouple type ");
   constants.repetitions();
-  constants.add("REV", word(setup.ReverseMes), " reverse input");
-  constants.integration(setup.Integration);
+  constants.add("REV", word(plan.project.isolated.ReverseMes), " reverse input");
+  constants.integration(plan.isolated[block.number - 1].integrationMicros);
   constants.scaling();
 }
 
@@ -146,7 +145,7 @@ void emitBlockConstants(ProgramText& out, const ProgramPlan& plan, const SourceB
     case 'P':
       return addPulse(constants, block);
     case 'I':
-      return addIsolated(constants, block, plan.project.isolated);
+      return addIsolated(constants, block, plan);
     case 'A':
       return addMultiplexer(constants, block);
     default:

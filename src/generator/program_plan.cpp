@@ -291,7 +291,10 @@ class Planning {
 int flagNumber(int flag) { return flag >= 1 && flag <= 8 ? flag : 0; }
 
 ProgramPlan::ProgramPlan(const model::Project& forProject, const model::DocumentStamp& withStamp)
-    : project(forProject), stamp(withStamp), channels(model::channelPlan(forProject)) {
+    : project(forProject),
+      stamp(withStamp),
+      channels(model::channelPlan(forProject)),
+      isolated(timing::isolatedPlans(forProject)) {
   Planning(*this).run();
 }
 

@@ -10,6 +10,7 @@
 #include "model/project.h"
 #include "model/stored_outputs.h"
 #include "model/time_units.h"
+#include "timing/isolated_plan.h"
 
 namespace generator {
 
@@ -63,6 +64,7 @@ struct ProgramPlan {
   const model::Project& project;
   const model::DocumentStamp& stamp;
   model::ChannelPlan channels;
+  timing::IsolatedPlans isolated;    // integration times in force
   std::vector<PlannedTable> tables;  // those that are on
   std::array<std::vector<SourceBlock>, 9> families;
   std::vector<PlannedPorts> ports;
