@@ -4,7 +4,6 @@
 
 #include <limits>
 
-#include "text/numbers.h"
 #include "timing/filter_response.h"
 #include "timing/recorder.h"
 
@@ -162,14 +161,15 @@ TEST(Planner, FaultsAreReportedWithTheirProcedureAndLeaveNoMessage) {
   EXPECT_EQ(planner.CalcNumFilterCoeffs(5, 960, 0), -1);
   EXPECT_EQ(planner.CalcRawFilterOrder(0, std::numeric_limits<std::int32_t>::min(), 1), -1);
   EXPECT_EQ(planner.CalcCutoffFrequency(9, 960), 1'042);
+  const std::string order =
+      "Cutoff Frequency Error: Invalid Filter Order. Frequency of First Zero will be used";
   const std::vector<std::string> expected = {
       "cFilterOrder.CalcMeasTimeAvail: Division by zero",
       "cFilterOrder.CalcIntegrationTime: Division by zero",
       "cFilterOrder.CalcRawIntegrationTime: Division by zero",
       "cFilterOrder.CalcNumFilterCoeffs: Division by zero",
       "cFilterOrder.CalcRawFilterOrder: Overflow",
-      "cFilterOrder.CalcCutoffFrequency: Cutoff Frequency Error: Invalid Filter Order. Frequency "
-      "of First Zero will be used"};
+      "cFilterOrder.CalcCutoffFrequency: " + order};
   EXPECT_EQ(planner.faults, expected);
   EXPECT_TRUE(planner.messages.empty());
 }

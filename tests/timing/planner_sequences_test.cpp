@@ -117,7 +117,7 @@ struct Model {
     while (order < 5 && raw >= static_cast<float>(order + 1)) ++order;
     // The first guess is a quotient of the time as given; then down to what fits.
     if ((samples - 1) * order + 1 > 680)
-      order = std::max<Int>(1, std::min<Int>(5, floorOf(679 * 96, time - 96)));
+      order = std::max<Int>(1, std::min<Int>(5, floorOf(Int{679} * 96, time - 96)));
     while (order > 1 && (samples - 1) * order + 1 > 680) --order;
     coefficients = (samples - 1) * order + 1;
     return calculated = order;
