@@ -7,6 +7,7 @@
 
 #include "projectfile/value_text.h"
 #include "text/numbers.h"
+#include "text/strings.h"
 
 namespace projectfile {
 namespace {
@@ -38,10 +39,16 @@ void LineWriter::header(std::string_view section) {
 }
 
 void LineWriter::key(std::string_view prefix, std::string_view name, std::string_view index) {
-  out_ += prefix;
-  out_ += name;
-  out_ += index;
-  out_ += style_.equals;
+  std::array<char, 128> line;  // the parts go over together
+  const std::size_t size = prefix.size() + name.size() + index.size() + style_.equals.size();
+  if (size > line.size()) {
+    out_ += text::concat(prefix, name, index, style_.equals);
+    return;
+  }
+  char* end = line.data();
+  for (const std::string_view part : {prefix, name, index, std::string_view(style_.equals)})
+    end = std::copy(part.begin(), part.end(), end);
+  out_.append(line.data(), size);
 }
 
 void LineWriter::textLine(std::string_view name, std::string_view index, std::string_view text) {

@@ -2,13 +2,14 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace text {
 
-/// Writes JSON as it comes, without a document in memory: every 64 KiB the finished text goes to
-/// the drain. Nesting and commas are kept here; keys and values are given in order.
+/// Writes JSON as it comes, without a document in memory: the finished text goes to the drain in
+/// pieces of about 64 KiB. Nesting and commas are kept here; keys and values are given in order.
 class JsonWriter {
  public:
   using Drain = std::function<void(std::string_view)>;
@@ -44,10 +45,18 @@ class JsonWriter {
   void open(char bracket);
   void close(char bracket);
   void comma();
-  void drainWhenFull();
+  void quoted(std::string_view text);
+  void room(std::size_t bytes);
+  void put(char c) { buffer_[size_++] = c; }
+  void put(std::string_view text);
+  void putEscaped(unsigned char c);
+  void drain();
 
   Drain drain_;
-  std::string buffer_;
+  std::size_t capacity_;
+  std::unique_ptr<char[]> buffer_;
+  std::size_t size_ = 0;
+  std::string number_;  // the last one that was not whole
   bool first_ = true;
 };
 
