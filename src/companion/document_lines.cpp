@@ -27,17 +27,18 @@ std::string documentHeader(const model::LoggerConfiguration& configuration,
                            concat(" KGENOCX Vers: ", model::generatorVersion)));
 }
 
-std::string columnLine(std::span<const std::string_view> cells,
-                       std::span<const std::size_t> columns, std::size_t width) {
-  std::string line;
+void appendColumns(std::string& out, std::span<const std::string_view> cells,
+                   std::span<const std::size_t> columns, std::size_t width) {
+  const std::size_t begin = out.size();
   for (std::size_t i = 0; i < cells.size(); ++i) {
-    if (!line.empty()) line += ' ';
-    line = text::padded(line, columns[i]);
-    line += cells[i];
+    const std::size_t length = out.size() - begin;
+    const bool pushed = length > 0 && length >= columns[i];
+    out.append(pushed ? 1 : columns[i] - length, ' ');
+    out += cells[i];
   }
-  if (line.size() > width) line.resize(width);
-  while (!line.empty() && line.back() == ' ') line.pop_back();
-  return line;
+  if (out.size() - begin > width) out.resize(begin + width);
+  while (out.size() > begin && out.back() == ' ') out.pop_back();
+  out += "\r\n";
 }
 
 }  // namespace companion

@@ -16,9 +16,9 @@ inline constexpr std::size_t lineWidth = 82;
 std::string documentHeader(const model::LoggerConfiguration& configuration,
                            const model::DocumentStamp& stamp, std::string_view extension);
 
-/// Cells of one line, each at its column (from 0). A cell too long for its column is followed by
+/// Adds a line of cells, each at its column (from 0). A cell too long for its column is followed by
 /// one blank and pushes the rest. Cut at a width; no blanks at the end.
-std::string columnLine(std::span<const std::string_view> cells,
-                       std::span<const std::size_t> columns, std::size_t width = std::string::npos);
+void appendColumns(std::string& out, std::span<const std::string_view> cells,
+                   std::span<const std::size_t> columns, std::size_t width = std::string::npos);
 
 }  // namespace companion

@@ -256,7 +256,7 @@ class Writer {
 
   void row(const std::array<std::string_view, 6>& cells) {
     static constexpr std::array<std::size_t, 6> columns = {0, 16, 23, 33, 50, 70};
-    line(columnLine(cells, columns, lineWidth));
+    appendColumns(out_, cells, columns, lineWidth);
   }
 
   const model::Project& project_;

@@ -475,20 +475,20 @@ class Builder {
   std::set<int> floatingSlots_;
 };
 
-std::string rowLine(const std::array<std::string_view, 5>& cells) {
+void appendRow(std::string& out, const std::array<std::string_view, 5>& cells) {
   static constexpr std::array<std::size_t, 5> columns = {0, 12, 37, 50, 66};
   std::array<std::string_view, 5> shown = cells;
   for (std::string_view& cell : shown)
     if (cell.empty()) cell = "-";
-  return companion::columnLine(shown, columns) + "\r\n";
+  companion::appendColumns(out, shown, columns);
 }
 
 void appendSection(std::string& out, std::string_view title, const std::vector<WiringRow>& rows) {
   out += concat(std::string(companion::lineWidth, '='), "\r\n", title, "\r\n");
   if (rows.empty()) return;
-  out += rowLine({"TERMINAL", "FUNCTION", "BLOCK", "ALIAS", "UNITS"});
+  appendRow(out, {"TERMINAL", "FUNCTION", "BLOCK", "ALIAS", "UNITS"});
   for (const WiringRow& row : rows)
-    out += rowLine({row.terminal, row.function, row.block, row.alias, row.units});
+    appendRow(out, {row.terminal, row.function, row.block, row.alias, row.units});
 }
 
 }  // namespace

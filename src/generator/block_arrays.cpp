@@ -17,11 +17,11 @@ std::string sized(const SourceBlock& block, std::string_view name) {
 void emitBridgeArrays(ProgramText& out, const SourceBlock& block) {
   const std::string name = block.values();
   const auto array = [&](const std::string& arrayName, std::string_view comment) {
-    out.commented(concat("Dim ", sized(block, arrayName)), blockComment(block, comment));
+    out.code("Dim ", sized(block, arrayName)).comment(blockComment(block, comment));
   };
   if (block.strain()) {
-    out.commented(concat(scope(block.isPublic), sized(block, name + "mV_V")),
-                  blockComment(block, " bridge output"));
+    out.code(scope(block.isPublic), sized(block, name + "mV_V"))
+        .comment(blockComment(block, " bridge output"));
     array(block.gaugeFactors(), " dimensioned gauge factor");
   }
   if (block.strain() || block.zeroed()) array(name + "ZeroMv", " zero variable");
@@ -30,8 +30,8 @@ void emitBridgeArrays(ProgramText& out, const SourceBlock& block) {
 
 void emitZeroArray(ProgramText& out, const SourceBlock& block) {
   if (!block.zeroed() || block.letter == 'B') return;
-  out.commented(concat("Dim ", sized(block, block.declaredValues() + "Zero")),
-                blockComment(block, " zero variable"));
+  out.code("Dim ", sized(block, block.declaredValues() + "Zero"))
+      .comment(blockComment(block, " zero variable"));
 }
 
 void emitCalibrationVariables(ProgramText& out, const SourceBlock& block) {
@@ -45,17 +45,17 @@ void emitCalibrationVariables(ProgramText& out, const SourceBlock& block) {
 
 void emitUnits(ProgramText& out, const SourceBlock& block) {
   if (block.units.empty()) return;
-  out.commented(concat("Units ", block.values(), " = ", block.units),
-                blockComment(block, concat(" default units (", block.units, ")")));
+  out.code("Units ", block.values(), " = ", block.units)
+      .comment(blockComment(block, concat(" default units (", block.units, ")")));
 }
 
 void emitLevels(ProgramText& out, const SourceBlock& block, const std::vector<double>& levels,
                 int array) {
-  out.commented(concat("Dim ", block.declaredValues(), "LC", array, "(", levels.size(), ")"),
-                blockComment(block, concat(" level crossing array ", array)));
+  out.code("Dim ", block.declaredValues(), "LC", array, "(", levels.size(), ")")
+      .comment(blockComment(block, concat(" level crossing array ", array)));
   std::string data = "Data ";
   for (std::size_t i = 0; i < levels.size(); ++i) data += concat(i == 0 ? "" : ",", levels[i]);
-  out.commented(data, blockComment(block, concat(" data for array ", array)));
+  out.code(data).comment(blockComment(block, concat(" data for array ", array)));
 }
 
 }  // namespace
@@ -65,17 +65,17 @@ void emitCrossingArrays(ProgramText& out, const SourceBlock& block) {
   emitLevels(out, block, block.crossing.levels, 1);
   emitLevels(out, block, block.crossing.tests, 2);
   for (const std::size_t element : block.crossing.elements)
-    out.commented(concat("Dim ", block.crossingSource(element), "(2)"),
-                  blockComment(block, " source for level crossing"));
+    out.code("Dim ", block.crossingSource(element), "(2)")
+        .comment(blockComment(block, " source for level crossing"));
 }
 
 void emitBlockArrays(ProgramText& out, const SourceBlock& block) {
-  out.commented(concat(scope(block.isPublic), sized(block, block.values())),
-                blockComment(block, " dimensioned source"));
-  out.commented(concat("Dim ", sized(block, block.multipliers())),
-                blockComment(block, " dimensioned multiplier"));
-  out.commented(concat("Dim ", sized(block, block.offsets())),
-                blockComment(block, " dimensioned offset"));
+  out.code(scope(block.isPublic), sized(block, block.values()))
+      .comment(blockComment(block, " dimensioned source"));
+  out.code("Dim ", sized(block, block.multipliers()))
+      .comment(blockComment(block, " dimensioned multiplier"));
+  out.code("Dim ", sized(block, block.offsets()))
+      .comment(blockComment(block, " dimensioned offset"));
   if (block.letter == 'B') emitBridgeArrays(out, block);
   emitUnits(out, block);
   emitZeroArray(out, block);

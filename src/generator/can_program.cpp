@@ -151,7 +151,7 @@ void emitSignatureScan(ProgramText& out) {
 void emitItemDeclarations(ProgramText& out, const SourceBlock& block) {
   const std::string comment = concat("'Block", block.number);
   const auto constant = [&](std::string_view suffix, const auto& value, std::string_view text) {
-    out.commented(concat("Const ", block.constant(suffix), " = ", value), concat(comment, text));
+    out.code("Const ", block.constant(suffix), " = ", value).comment(comment, text);
   };
   out.subBanner(concat(" CAN Item ", block.number));
   constant("REP", block.reps, " repetitions");
@@ -196,16 +196,14 @@ void emitCanReception(ProgramText& out, const ProgramPlan& plan) {
 void emitCanExchangeDeclarations(ProgramText& out, const ProgramPlan& plan) {
   const auto items = transmittingItems(plan);
   if (items.empty()) return;
-  out.commented("Dim idx", "'Index for looping through Rx Retries");
-  out.commented(concat("Dim NumRxReads(", items.size(), ")"),
-                "'Number of Rx Reads to perform for each CAN item");
-  out.commented("Public ByteTx(8),ByteRx(8)", "'Intermediate Transmit and Receive placeholders");
-  out.commented(concat("Const CANDelay = ", canDelayMs),
-                "'Delay in mSec for each CAN TxRx Loop : ");
+  out.code("Dim idx").comment("'Index for looping through Rx Retries");
+  out.code("Dim NumRxReads(", items.size(), ")")
+      .comment("'Number of Rx Reads to perform for each CAN item");
+  out.code("Public ByteTx(8),ByteRx(8)").comment("'Intermediate Transmit and Receive placeholders");
+  out.code("Const CANDelay = ", canDelayMs).comment("'Delay in mSec for each CAN TxRx Loop : ");
   for (std::size_t i = 1; i <= items.size(); ++i) {
     const int reads = receiveReads(*items[i - 1]->item);
-    out.commented(concat("NumRxReads(", i, ") = ", reads),
-                  concat("'Execute ", reads, " Rx reads for Tx #", i));
+    out.code("NumRxReads(", i, ") = ", reads).comment("'Execute ", reads, " Rx reads for Tx #", i);
   }
 }
 

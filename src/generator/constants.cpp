@@ -22,8 +22,7 @@ class BlockConstants {
 
   template <class Value>
   void add(std::string_view suffix, const Value& value, std::string_view comment) {
-    out_.commented(concat("Const ", block_.constant(suffix), " = ", value),
-                   concat(comment_, comment));
+    out_.code("Const ", block_.constant(suffix), " = ", value).comment(comment_, comment);
   }
 
   void range(bool openSensor) {
@@ -67,8 +66,8 @@ void addBridge(ProgramText& out, BlockConstants& constants, const SourceBlock& b
     const std::string first = bridge.Style == 1 ? "mV5000" : range;
     const std::string name = block.constant("RNG");
     const std::string comment = concat("'Block", block.number, " measurement range ");
-    out.commented(concat("Const ", name, "_1 = ", first), comment);
-    out.commented(concat("Const ", name, "_2 = ", range), comment);
+    out.code("Const ", name, "_1 = ", first).comment(comment);
+    out.code("Const ", name, "_2 = ", range).comment(comment);
   } else {
     constants.range(bridge.OpenSensDetect);
   }
@@ -77,10 +76,10 @@ void addBridge(ProgramText& out, BlockConstants& constants, const SourceBlock& b
   constants.settling();
   constants.integration(bridge.Integration);
   constants.scaling();
-  out.commented(concat("Const BCODE", block.number, " = ", bridge.Style),
-                concat("'Block", block.number, " bridge configuration code"));
-  out.commented(concat("Const BGF", block.number, " = ", bridge.GageFactor),
-                concat("'Block", block.number, " gauge factor"));
+  out.code("Const BCODE", block.number, " = ", bridge.Style)
+      .comment("'Block", block.number, " bridge configuration code");
+  out.code("Const BGF", block.number, " = ", bridge.GageFactor)
+      .comment("'Block", block.number, " gauge factor");
 }
 
 int pulseInputCode(const model::MeasurementBlock& pulse) {
@@ -157,8 +156,8 @@ void emitFamily(ProgramText& out, const ProgramPlan& plan, const FamilySection& 
   if (plan.of(section.letter).empty()) return;
   out.spacedSectionBanner(section.banner);
   if (section.letter == 'I')
-    out.commented(concat("Const ISCNPSUB = ", plan.project.isolated.ScansPerSubScan),
-                  "'Main scans per isolated subscan");
+    out.code("Const ISCNPSUB = ", plan.project.isolated.ScansPerSubScan)
+        .comment("'Main scans per isolated subscan");
   for (const SourceBlock& block : plan.of(section.letter)) {
     out.subBanner(concat(section.blockTitle, block.number));
     emitBlockConstants(out, plan, block);
@@ -175,18 +174,15 @@ std::string_view unitWord(int unitCode) {
 void emitTiming(ProgramText& out, const ProgramPlan& plan) {
   const model::ScanSetup& scan = plan.project.scan;
   const std::string_view keyword = unitWord(scan.ExecTimeUnits);
-  out.commented(
-      concat("Const PERIOD = ", model::trueNumber(scan.ExecutionTime, scan.ExecTimeUnits)),
-      "'Scan interval number");
-  out.commented(concat("Const P_UNITS = ", keyword),
-                concat("'Scan interval units (", keyword, ")"));
+  out.code("Const PERIOD = ", model::trueNumber(scan.ExecutionTime, scan.ExecTimeUnits))
+      .comment("'Scan interval number");
+  out.code("Const P_UNITS = ", keyword).comment("'Scan interval units (", keyword, ")");
   for (const PlannedTable& table : plan.tables) {
     const model::ShownInterval& interval = table.interval;
-    out.commented(
-        concat("Const INTERVAL", table.number, " = ", interval.synchronous ? 0.0 : interval.number),
-        concat("'Table ", table.number, " interval number"));
-    out.commented(concat("Const UNITS", table.number, " = ", unitWord(interval.unitCode)),
-                  concat("'Table ", table.number, " interval units "));
+    out.code("Const INTERVAL", table.number, " = ", interval.synchronous ? 0.0 : interval.number)
+        .comment("'Table ", table.number, " interval number");
+    out.code("Const UNITS", table.number, " = ", unitWord(interval.unitCode))
+        .comment("'Table ", table.number, " interval units ");
   }
   out.append("Dim bStartTrigger As Boolean");
   out.append("Dim bStopTrigger As Boolean");
@@ -200,13 +196,12 @@ void emitCalculatedFields(ProgramText& out, const ProgramPlan& plan) {
     const bool anyPublic =
         std::any_of(plan.fields.begin(), plan.fields.end(),
                     [](const PlannedField& field) { return field.average > 0 && field.isPublic; });
-    out.commented(concat(scope(anyPublic), "RunAvg(", plan.runningAverages, ")"),
-                  "'Dimension running averages");
+    out.code(scope(anyPublic), "RunAvg(", plan.runningAverages, ")")
+        .comment("'Dimension running averages");
   }
   for (const PlannedField& field : plan.fields)
     if (field.average == 0)
-      out.commented(concat(scope(field.isPublic), field.name),
-                    concat("'Calculated field ", field.number));
+      out.code(scope(field.isPublic), field.name).comment("'Calculated field ", field.number);
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ void emitFlags(ProgramText& out, const ProgramPlan& plan) {
     if (first) out.bodyBanner(" Flag Control ");
     first = false;
     for (const model::CommentedLine& line : lines)
-      out.commented(concat("      ", line.code), line.comment);
+      out.code("      ", line.code).comment(line.comment);
   }
 }
 
@@ -97,16 +97,16 @@ void emitDynamicExcitation(ProgramText& out, const PlannedExcitation& excitation
   for (std::size_t s = 0; s < 2; ++s) {
     const std::string condition = conditionText(channel.conditions[s]);
     if (condition.empty()) continue;
-    out.commented(concat("      ", open ? "ElseIf " : "If ", condition, " Then"),
-                  concat("'Test State ", s + 1, " expression"));
-    out.commented(concat("      ", excitation.variable, " = ", states[s]), "'Set value");
+    out.code("      ", open ? "ElseIf " : "If ", condition, " Then")
+        .comment("'Test State ", s + 1, " expression");
+    out.code("      ", excitation.variable, " = ", states[s]).comment("'Set value");
     open = true;
   }
-  if (open) out.commented("      End If", "'End test");
+  if (open) out.code("      End If").comment("'End test");
   const std::string delay = channel.Delay > 0 ? concat(",", channel.Delay) : "";
-  out.commented(concat("      Excite(", excitation.place.slot, ",", excitation.place.channel, ",1,",
-                       excitation.variable, delay, ")"),
-                "'Set excitation channel");
+  out.code("      Excite(", excitation.place.slot, ",", excitation.place.channel, ",1,",
+           excitation.variable, delay, ")")
+      .comment("'Set excitation channel");
 }
 
 void emitExcitations(ProgramText& out, const ProgramPlan& plan) {

@@ -38,11 +38,11 @@ void emitFamilyNames(ProgramText& out, const ProgramPlan& plan, char letter) {
 void emitFieldNames(ProgramText& out, const ProgramPlan& plan) {
   for (const PlannedField& field : plan.fields) {
     if (field.average > 0)
-      out.commented(concat("Alias RunAvg(", field.average, ") = ", field.name),
-                    concat("'Alias for RunAvg Calculation ", field.average));
+      out.code("Alias RunAvg(", field.average, ") = ", field.name)
+          .comment("'Alias for RunAvg Calculation ", field.average);
     if (!field.units.empty())
-      out.commented(concat("Units ", field.name, " = ", field.units),
-                    concat("'Assign units \"", field.units, "\" to ", field.name));
+      out.code("Units ", field.name, " = ", field.units)
+          .comment("'Assign units \"", field.units, "\" to ", field.name);
   }
 }
 
@@ -51,17 +51,17 @@ void emitBattery(ProgramText& out, const ProgramPlan& plan) {
   const auto isPublic = [&](const model::PowerOutSet& set) {
     return set.Public || shownByDisplay(plan.project, set.Table);
   };
-  out.commented(concat(scope(isPublic(sets[0])), "BattVolt"), "'Battery voltage");
-  out.commented("Units BattVolt = Volts", "'Battery voltage units");
-  out.commented(concat(scope(isPublic(sets[1])), "BattCurr"), "'Battery current");
-  out.commented("Units BattCurr = mAmps", "'Battery current units");
+  out.code(scope(isPublic(sets[0])), "BattVolt").comment("'Battery voltage");
+  out.code("Units BattVolt = Volts").comment("'Battery voltage units");
+  out.code(scope(isPublic(sets[1])), "BattCurr").comment("'Battery current");
+  out.code("Units BattCurr = mAmps").comment("'Battery current units");
 }
 
 void emitReference(ProgramText& out, const ProgramPlan& plan, std::string_view name,
                    std::size_t count, const model::ReferenceTemperature& reference,
                    std::string_view comment) {
   const bool isPublic = reference.Public || shownByDisplay(plan.project, reference.Table);
-  if (count > 0) out.commented(concat(scope(isPublic), name, "(", count, ")"), comment);
+  if (count > 0) out.code(scope(isPublic), name, "(", count, ")").comment(comment);
 }
 
 std::size_t multiplexerReferences(const ProgramPlan& plan) {
@@ -79,7 +79,7 @@ void emitReferences(ProgramText& out, const ProgramPlan& plan) {
   const std::size_t multiplexers = multiplexerReferences(plan);
   emitReference(out, plan, "TCMUXGRef", multiplexers, plan.project.tcmuxReference,
                 "'Declare TCMUX Reference Temp variable");
-  if (multiplexers > 0) out.commented("Units TCMUXGRef = Deg_C", "'TCMUX Reference units");
+  if (multiplexers > 0) out.code("Units TCMUXGRef = Deg_C").comment("'TCMUX Reference units");
 }
 
 void emitPorts(ProgramText& out, const ProgramPlan& plan) {
@@ -88,11 +88,11 @@ void emitPorts(ProgramText& out, const ProgramPlan& plan) {
   for (const PlannedPorts& ports : plan.ports) {
     anyWritten |= !ports.reads;
     if (!ports.reads && perPort) continue;
-    out.commented(concat("Public ", ports.variable),
-                  concat("'Declare ", ports.reads ? "ReadPort " : "WritPort ",
-                         ports.place.upper ? "(9-16)" : "(1-8)", " variable"));
+    out.code("Public ", ports.variable)
+        .comment("'Declare ", ports.reads ? "ReadPort " : "WritPort ",
+                 ports.place.upper ? "(9-16)" : "(1-8)", " variable");
   }
-  if (perPort && anyWritten) out.commented("Public Port(8)", "'Declare Port variable");
+  if (perPort && anyWritten) out.code("Public Port(8)").comment("'Declare Port variable");
 }
 
 void emitMarkCounters(ProgramText& out, const ProgramPlan& plan) {
@@ -101,15 +101,15 @@ void emitMarkCounters(ProgramText& out, const ProgramPlan& plan) {
     const int flag = flagNumber(table.table->FlagMark);
     if (flag == 0 || std::find(flags.begin(), flags.end(), flag) != flags.end()) continue;
     flags.push_back(flag);
-    out.commented(concat("Public Flag", flag, "Mark"), "'Declare mark table counter variable");
+    out.code("Public Flag", flag, "Mark").comment("'Declare mark table counter variable");
   }
 }
 
 void emitExcitations(ProgramText& out, const ProgramPlan& plan) {
   for (const PlannedExcitation& excitation : plan.excitations)
     if (!excitation.variable.empty())
-      out.commented(concat(scope(plan.project.excitation.ExcitePublic), excitation.variable),
-                    "'Declare Excitation variable");
+      out.code(scope(plan.project.excitation.ExcitePublic), excitation.variable)
+          .comment("'Declare Excitation variable");
 }
 
 /// Codes of the calibration kinds, by the names that the field calibration lines use.
@@ -141,13 +141,13 @@ void emitDeclarations(ProgramText& out, const ProgramPlan& plan) {
   out.spacedSectionBanner(" ALIASES & OTHER VARIABLES ");
   for (const char letter : std::string_view("TVFHIBPAC")) emitFamilyNames(out, plan, letter);
   emitFieldNames(out, plan);
-  out.commented("Public Flag(8)", "'General Purpose Flags");
+  out.code("Public Flag(8)").comment("'General Purpose Flags");
   out.append("Public ScanFlg1x(8) As Boolean");
   out.append("Public FlagMode");
   emitBattery(out, plan);
-  out.commented("Dim I", "'Declare I as a variable");
-  out.commented("Dim Count", "'Declare Count as a variable");
-  out.commented("Dim Count2", "'Declare Count2 as a variable");
+  out.code("Dim I").comment("'Declare I as a variable");
+  out.code("Dim Count").comment("'Declare Count as a variable");
+  out.code("Dim Count2").comment("'Declare Count2 as a variable");
   emitReferences(out, plan);
   emitPorts(out, plan);
   emitMarkCounters(out, plan);

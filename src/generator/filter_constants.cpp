@@ -54,7 +54,7 @@ class FilterBlock {
     commented(concat("Const ", block_.constant(suffix), " = ", value), comment);
   }
   void commented(const std::string& code, std::string_view comment) {
-    out_.commented(code, concat(prefix_, comment));
+    out_.code(code).comment(prefix_, comment);
   }
   [[nodiscard]] std::string sized(const std::string& name) const {
     return concat(name, "(", block_.constant("REP"), ")");

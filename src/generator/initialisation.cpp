@@ -14,35 +14,28 @@ void emitDefaultLoop(ProgramText& out, const SourceBlock& block) {
     out.code(array, "(I) = ", constant)
         .comment("'Assign default ", what, " (", value, ") to ", array);
   };
-  out.commented(concat("For I = 1 To ", block.constant("REP")),
-                concat("'Do the following to all of ", block.values()));
+  out.code("For I = 1 To ", block.constant("REP"))
+      .comment("'Do the following to all of ", block.values());
   assign(block.multipliers(), block.constant("MULT"), block.multiplier, "multiplier");
   assign(block.offsets(), block.constant("OSET"), block.offset, "offset");
   if (block.strain())
     assign(block.gaugeFactors(), concat("BGF", block.number), block.block->GageFactor,
            "gauge factor");
-  out.commented("Next I", "'Repeat above until finished");
+  out.code("Next I").comment("'Repeat above until finished");
 }
 
-/// A channel's own scaling that differs from the block's.
-struct Exception {
-  std::string array;
-  double value = 0;
-  std::string_view what;
-};
-
-std::vector<Exception> exceptionsOf(const SourceBlock& block, std::size_t element) {
-  std::vector<Exception> exceptions;
-  if (element > block.elements->size()) return exceptions;
+/// Calls f(array, value, what it is) for each part of a channel's own scaling that differs from the
+/// block's.
+template <class F>
+void forExceptions(const SourceBlock& block, std::size_t element, F f) {
+  if (element > block.elements->size()) return;
   const model::Element& own = (*block.elements)[element - 1];
-  if (!own.AliasExcept) return exceptions;
-  if (own.AliasMult != block.multiplier)
-    exceptions.push_back({block.multipliers(), own.AliasMult, "multiplier"});
+  if (!own.AliasExcept) return;
+  if (own.AliasMult != block.multiplier) f(block.multipliers(), own.AliasMult, "multiplier");
   if (block.letter != 'B' && own.AliasOffset != block.offset)
-    exceptions.push_back({block.offsets(), own.AliasOffset, "offset"});
+    f(block.offsets(), own.AliasOffset, "offset");
   if (block.strain() && own.AliasGFactor != block.block->GageFactor)
-    exceptions.push_back({block.gaugeFactors(), own.AliasGFactor, "gauge factor"});
-  return exceptions;
+    f(block.gaugeFactors(), own.AliasGFactor, "gauge factor");
 }
 
 /// What the comment calls a channel: CAN items by their name.
@@ -56,19 +49,19 @@ void emitExceptions(ProgramText& out, const ProgramPlan& plan) {
   bool first = true;
   forBlocks(plan, "TVFBPCHIA", [&](const SourceBlock& block) {
     for (std::size_t e = 1; e <= block.reps; ++e)
-      for (const Exception& exception : exceptionsOf(block, e)) {
+      forExceptions(block, e, [&](const std::string& array, double value, std::string_view what) {
         if (first) out.bodyBanner(" exception multipliers and offsets ");
         first = false;
-        out.code(exception.array, "(", e, ") = ", exception.value)
-            .comment("'Exception ", exception.what, " for ", exceptionTarget(block, e), " alias \"",
+        out.code(array, "(", e, ") = ", value)
+            .comment("'Exception ", what, " for ", exceptionTarget(block, e), " alias \"",
                      block.channels[e - 1].alias, "\"");
-      }
+      });
   });
 }
 
 void emitReadLoop(ProgramText& out, const std::string& array, std::size_t size) {
-  out.commented(concat("For I = 1 To ", size), concat("'Do all of ", array));
-  out.commented(concat("Read ", array, "(I)"), concat("'Read data into ", array));
+  out.code("For I = 1 To ", size).comment("'Do all of ", array);
+  out.code("Read ", array, "(I)").comment("'Read data into ", array);
   out.append("Next I");
 }
 
@@ -82,11 +75,10 @@ void emitLevelReads(ProgramText& out, const ProgramPlan& plan) {
 }
 
 void emitStartWait(ProgramText& out, const ProgramPlan& plan) {
-  out.commented("Do", "'Loop to allow scan on flag repeat");
+  out.code("Do").comment("'Loop to allow scan on flag repeat");
   if (const int flag = flagNumber(plan.project.scan.FlagScan))
-    out.commented(concat("Do Until Flag(", flag, "): Loop"),
-                  concat("'Loop Until Flag(", flag, ") is pressed"));
-  out.commented("PulseCountReset()", "'Reset Pulse Counter");
+    out.code("Do Until Flag(", flag, "): Loop").comment("'Loop Until Flag(", flag, ") is pressed");
+  out.code("PulseCountReset()").comment("'Reset Pulse Counter");
 }
 
 }  // namespace

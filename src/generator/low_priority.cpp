@@ -45,18 +45,17 @@ void emitStartTime(ProgramText& out, const model::LoggerConfiguration& configura
       {configuration.TimeOnMin, "'Minute"}, {configuration.TimeOnSec, "'Second"}};
   int i = 0;
   for (const auto& [value, comment] : parts)
-    out.commented(concat("StartTime(", ++i, ") = ", value), comment);
+    out.code("StartTime(", ++i, ") = ", value).comment(comment);
 }
 
 void emitBatterySaver(ProgramText& out, const model::LoggerConfiguration& configuration) {
   const double trip = configuration.BattTripVolts;
-  out.commented("      Battery(TripVolt,0)", "'Battery voltage for battery saver");
-  out.commented(concat("      If TripVolt <", trip, " Then CountAvg = CountAvg + 1"),
-                "'Below the trip level");
-  out.commented(concat("      If TripVolt >=", trip, " Then CountAvg = 0"),
-                "'Above the trip level");
-  out.commented(concat("      If CountAvg >=5 Then ", batterySaverStatement(configuration)),
-                "'Battery saver");
+  out.code("      Battery(TripVolt,0)").comment("'Battery voltage for battery saver");
+  out.code("      If TripVolt <", trip, " Then CountAvg = CountAvg + 1")
+      .comment("'Below the trip level");
+  out.code("      If TripVolt >=", trip, " Then CountAvg = 0").comment("'Above the trip level");
+  out.code("      If CountAvg >=5 Then ", batterySaverStatement(configuration))
+      .comment("'Battery saver");
 }
 
 void emitSlowScan(ProgramText& out, const ProgramPlan& plan, const SlowDuties& duties,
@@ -64,19 +63,18 @@ void emitSlowScan(ProgramText& out, const ProgramPlan& plan, const SlowDuties& d
   const model::LoggerConfiguration& configuration = plan.project.configuration;
   const bool ownInterval = !scansSlowerThanDuties(plan);
   const double seconds = ownInterval ? 30 : model::scanMicros(plan.project) / 1e6;
-  out.commented(
-      concat("   Scan(", ownInterval ? "30,Sec" : "PERIOD,P_UNITS", ",0,", scanCount, ")"),
-      concat("'Slow scan once every ", text::formatted(seconds, "0.00"), " Secs"));
-  out.commented("      CountSlow = CountSlow + 1", "'Count the slow scans");
+  out.code("   Scan(", ownInterval ? "30,Sec" : "PERIOD,P_UNITS", ",0,", scanCount, ")")
+      .comment("'Slow scan once every ", text::formatted(seconds, "0.00"), " Secs");
+  out.code("      CountSlow = CountSlow + 1").comment("'Count the slow scans");
   if (duties.batterySaver) emitBatterySaver(out, configuration);
   if (duties.conditionalOff)
-    out.commented(concat("      ", powerOffLine(configuration)), "'Conditional power off");
+    out.code("      ", powerOffLine(configuration)).comment("'Conditional power off");
   if (duties.timeOff) {
-    out.commented("      RealTime(StopTime())", "'Current time");
-    out.commented(concat("      ", timePowerOffLine(configuration)), "'Time power off");
+    out.code("      RealTime(StopTime())").comment("'Current time");
+    out.code("      ", timePowerOffLine(configuration)).comment("'Time power off");
   }
   if (duties.calibration)
-    out.commented("      If CountSlow Mod 10 = 0 Then Calibrate()", "'Self calibration");
+    out.code("      If CountSlow Mod 10 = 0 Then Calibrate()").comment("'Self calibration");
   if (duties.status)
     for (const std::string& line : statusMonitorLines(configuration)) out.append(line);
   out.append("   Next Scan");
@@ -87,12 +85,12 @@ void emitSlowScan(ProgramText& out, const ProgramPlan& plan, const SlowDuties& d
 void emitLowPriority(ProgramText& out, const ProgramPlan& plan) {
   out.sectionBanner(" LOW PRIORITY ");
   out.append("'BackgroundSequence");
-  out.commented("SlowSequence", "'Used for slow measurements");
-  out.commented("Dim CountSlow", "'Dimension CountSlow");
-  out.commented("Dim TripVolt", "'Dimension TripVolt");
-  out.commented("Dim CountAvg", "'Dimension CountAvg");
-  out.commented("Dim StopTime(9)", "'Dimension StopTime");
-  out.commented("Dim StartTime(6)", "'Dimension StartTime");
+  out.code("SlowSequence").comment("'Used for slow measurements");
+  out.code("Dim CountSlow").comment("'Dimension CountSlow");
+  out.code("Dim TripVolt").comment("'Dimension TripVolt");
+  out.code("Dim CountAvg").comment("'Dimension CountAvg");
+  out.code("Dim StopTime(9)").comment("'Dimension StopTime");
+  out.code("Dim StartTime(6)").comment("'Dimension StartTime");
   emitStartTime(out, plan.project.configuration);
   emitCanExchangeDeclarations(out, plan);
   const SlowDuties duties = dutiesOf(plan);
@@ -100,7 +98,7 @@ void emitLowPriority(ProgramText& out, const ProgramPlan& plan) {
     if (duties.any()) emitSlowScan(out, plan, duties, 0);
     return;
   }
-  out.commented("   Do", "'With CANBUS TxRx, we need multiple,repeating scans");
+  out.code("   Do").comment("'With CANBUS TxRx, we need multiple,repeating scans");
   emitCanExchange(out, plan);
   if (duties.any()) emitSlowScan(out, plan, duties, 1);
   out.append("   Loop");

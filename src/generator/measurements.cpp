@@ -120,8 +120,7 @@ std::string measured(const ProgramPlan& plan, const SourceBlock& block, const Ta
 
 void emitZeroTest(ProgramText& out, const SourceBlock& block) {
   if (block.zeroed())
-    out.commented(concat("      If Flag(", block.zeroFlag, ") Then Zero"),
-                  "'Go do Zero subroutine");
+    out.code("      If Flag(", block.zeroFlag, ") Then Zero").comment("'Go do Zero subroutine");
 }
 
 void emitStrainCalc(ProgramText& out, const SourceBlock& block, std::size_t element) {
@@ -149,15 +148,13 @@ std::string burstSuffix(const SourceBlock& block) {
 
 void emitBurstBegin(ProgramText& out, const ProgramPlan& plan, std::string_view suffix) {
   out.fixedBanner(" Burst Trigger ", 25);
-  out.commented(concat("      BeginBurstTrigger(", plan.burstTrigger, ")"),
-                concat("'Begin burst scan", suffix));
+  out.code("      BeginBurstTrigger(", plan.burstTrigger, ")").comment("'Begin burst scan", suffix);
 }
 
 void emitBurstEnd(ProgramText& out, const ProgramPlan& plan, std::string_view suffix) {
   const model::ScanSetup& scan = plan.project.scan;
-  out.commented(
-      concat("      EndBurstTrigger(", scan.ScanBufferSize, ",", scan.PostTriggerScans, ")"),
-      concat("'Stop scan ", scan.PostTriggerScans, " scans after trigger", suffix));
+  out.code("      EndBurstTrigger(", scan.ScanBufferSize, ",", scan.PostTriggerScans, ")")
+      .comment("'Stop scan ", scan.PostTriggerScans, " scans after trigger", suffix);
 }
 
 void emitBurst(ProgramText& out, const ProgramPlan& plan, const SourceBlock& block) {
@@ -187,9 +184,9 @@ void emitThermocouples(ProgramText& out, const ProgramPlan& plan) {
   out.bodyBanner(" Temp Blocks ");
   const int configured = plan.project.configuration.TcConfigOpts[2];
   const auto& slots = plan.channels.tcSlots;
-  out.commented(concat("      ModuleTemp(TRef(),", slots.size(), ",", slots.front(), ",",
-                       configured == 0 ? 40 : configured, ")"),
-                "'RefTemp,CardCount,StartCard,Integrate");
+  out.code("      ModuleTemp(TRef(),", slots.size(), ",", slots.front(), ",",
+           configured == 0 ? 40 : configured, ")")
+      .comment("'RefTemp,CardCount,StartCard,Integrate");
   emitBlocks(out, plan, 'T');
 }
 
@@ -214,12 +211,12 @@ void emitPulses(ProgramText& out, const ProgramPlan& plan) {
 
 void emitMultiplexerReference(ProgramText& out, const model::MultiplexerPlace& multiplexer) {
   const std::string reference = concat("TCMUXGRef(", multiplexer.number, ")");
-  out.commented(concat("      BrHalf(", reference, ",1,mV5000,", multiplexer.reference.slot, ",",
-                       multiplexer.reference.channel, ",", multiplexer.excitation.slot, ",",
-                       multiplexer.excitation.channel, ",1,5000,False,False,30,40,1,0)"),
-                "'TCMUX reference ratio");
-  out.commented(concat("      PRT(", reference, ",1,", reference, ",1,0)"),
-                "'TCMUX reference temperature");
+  out.code("      BrHalf(", reference, ",1,mV5000,", multiplexer.reference.slot, ",",
+           multiplexer.reference.channel, ",", multiplexer.excitation.slot, ",",
+           multiplexer.excitation.channel, ",1,5000,False,False,30,40,1,0)")
+      .comment("'TCMUX reference ratio");
+  out.code("      PRT(", reference, ",1,", reference, ",1,0)")
+      .comment("'TCMUX reference temperature");
 }
 
 void emitMultiplexers(ProgramText& out, const ProgramPlan& plan) {
@@ -241,12 +238,12 @@ void emitIsolatedReferences(ProgramText& out, const ProgramPlan& plan) {
   constexpr std::string_view comment = "'RefTempVar,ModuleCount,StartModule,IntegrationTime";
   out.bodyBanner(" Reference Temperature Measurement for 7128/Isolated Modules ");
   if (slots.back() - slots.front() + 1 == static_cast<int>(slots.size())) {
-    out.commented(concat("      ModuleTemp(IsoTRef(),", slots.size(), ",", slots.front(), ",50)"),
-                  comment);
+    out.code("      ModuleTemp(IsoTRef(),", slots.size(), ",", slots.front(), ",50)")
+        .comment(comment);
     return;
   }
   for (std::size_t k = 1; k <= slots.size(); ++k)
-    out.commented(concat("      ModuleTemp(IsoTRef(", k, "),1,", slots[k - 1], ",50)"), comment);
+    out.code("      ModuleTemp(IsoTRef(", k, "),1,", slots[k - 1], ",50)").comment(comment);
 }
 
 void emitIsolated(ProgramText& out, const ProgramPlan& plan) {
@@ -272,9 +269,8 @@ void emitFilterSlot(ProgramText& out, const ProgramPlan& plan, std::size_t slot)
 
 void emitSubscan(ProgramText& out, const ProgramPlan& plan, const PlannedSubscan& subscan) {
   const bool carriesTables = &subscan == &plan.subscans.front();
-  out.commented(
-      concat("      SubScan (", subscan.timing.intervalMicros, ",uSec,", subscan.timing.count, ")"),
-      "      'VoltFilt SubScan");
+  out.code("      SubScan (", subscan.timing.intervalMicros, ",uSec,", subscan.timing.count, ")")
+      .comment("      'VoltFilt SubScan");
   out.append("      MeasDisable = 0");
   for (const std::size_t slot : subscan.slots) emitFilterSlot(out, plan, slot);
   if (carriesTables) {

@@ -27,9 +27,9 @@ void emitMainScanLine(ProgramText& out, const model::Project& project) {
   const model::ScanSetup& scan = project.scan;
   const std::int64_t count = scan.ScanMode == 1 ? scan.PostTriggerScans : 0;
   const double number = model::trueNumber(scan.ExecutionTime, scan.ExecTimeUnits);
-  out.commented(concat("   Scan(PERIOD,P_UNITS,", bufferedScans(project), ",", count, ")"),
-                concat("'Scan once every ", text::formatted(number, "0.00"), " ",
-                       commentUnits(scan.ExecTimeUnits), bufferPlace(scan)));
+  out.code("   Scan(PERIOD,P_UNITS,", bufferedScans(project), ",", count, ")")
+      .comment("'Scan once every ", text::formatted(number, "0.00"), " ",
+               commentUnits(scan.ExecTimeUnits), bufferPlace(scan));
 }
 
 void emitScanFlags(ProgramText& out) {
@@ -40,9 +40,9 @@ void emitScanFlags(ProgramText& out) {
 
 void emitBattery(ProgramText& out, const ProgramPlan& plan) {
   if (plan.measuresBattery(false))
-    out.commented("      Battery(BattVolt,0)", "'Battery voltage measurement");
+    out.code("      Battery(BattVolt,0)").comment("'Battery voltage measurement");
   if (plan.measuresBattery(true))
-    out.commented("      Battery(BattCurr,1)", "'Battery current measurement");
+    out.code("      Battery(BattCurr,1)").comment("'Battery current measurement");
 }
 
 void emitCalculatedFields(ProgramText& out, const ProgramPlan& plan) {
@@ -69,13 +69,12 @@ void emitScanBody(ProgramText& out, const ProgramPlan& plan) {
 }
 
 void emitEnd(ProgramText& out, const ProgramPlan& plan) {
-  out.commented("   Next Scan", "'Loop up for the next scan");
+  out.code("   Next Scan").comment("'Loop up for the next scan");
   if (const int flag = flagNumber(plan.project.scan.FlagScan))
-    out.commented(concat("Flag(", flag, ") = False"),
-                  concat("'Set Flag(", flag, ") back to false"));
-  out.commented("Loop", "'Loop up to allow scan on flag");
+    out.code("Flag(", flag, ") = False").comment("'Set Flag(", flag, ") back to false");
+  out.code("Loop").comment("'Loop up to allow scan on flag");
   emitLowPriority(out, plan);
-  out.commented("EndProg", "'Program ends here");
+  out.code("EndProg").comment("'Program ends here");
   out.append("'***** Program End *****");
 }
 
@@ -83,9 +82,9 @@ void emitEnd(ProgramText& out, const ProgramPlan& plan) {
 
 void emitProgramBody(ProgramText& out, const ProgramPlan& plan) {
   out.spacedSectionBanner(" PROGRAM ");
-  out.commented("BeginProg", "'Program begins here");
+  out.code("BeginProg").comment("'Program begins here");
   out.append("'MainSequence");
-  out.commented("QV40(Flag,200)", "'QV40 displays public vars every 200 mSecs");
+  out.code("QV40(Flag,200)").comment("'QV40 displays public vars every 200 mSecs");
   emitInitialisation(out, plan);
   emitCanPreliminaries(out, plan);
   out.hyphenBanner("Main Scan");

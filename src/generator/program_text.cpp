@@ -35,10 +35,6 @@ void ProgramText::padCode(std::size_t start) {
   if (size > commentColumn) text_ += ' ';
 }
 
-void ProgramText::commented(std::string_view codeText, std::string_view comment) {
-  code(codeText).comment(comment);
-}
-
 void ProgramText::sectionBanner(std::string_view title) {
   line("'", text::ruled(title, bannerWidth, '\\', '/'));
   append("");

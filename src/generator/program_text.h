@@ -24,10 +24,8 @@ class ProgramText {
     endLine();
   }
 
-  /// Code padded to the comment column, then the comment (with its "'").
-  void commented(std::string_view code, std::string_view comment);
-
-  /// The same composed in place: `out.code("Dim ", name).comment("'Declare ", name)`.
+  /// Code padded to the comment column, then the comment (with its "'"):
+  /// `out.code("Dim ", name).comment("'Declare ", name)`.
   class CodeLine {
    public:
     template <class... Pieces>

@@ -72,9 +72,9 @@ bool anyZeroed(const ProgramPlan& plan, std::string_view letters) {
 
 void emitZeroScan(ProgramText& out, const ProgramPlan& plan) {
   const ZeroTiming timing = zeroTiming(plan);
-  out.commented(concat("Scan(PERIOD,P_UNITS,0,", timing.scans, ")"),
-                concat("'Scan ", timing.scans, " times. ", text::formatted(timing.seconds, "0.00"),
-                       " Seconds."));
+  out.code("Scan(PERIOD,P_UNITS,0,", timing.scans, ")")
+      .comment("'Scan ", timing.scans, " times. ", text::formatted(timing.seconds, "0.00"),
+               " Seconds.");
   const auto zeroLines = [&](std::string_view letters) {
     forBlocks(plan, letters, [&](const SourceBlock& block) {
       if (block.zeroed()) emitZeroLine(out, plan, block);
@@ -88,9 +88,9 @@ void emitZeroScan(ProgramText& out, const ProgramPlan& plan) {
     zeroLines("I");
     out.append("NextSubScan");
   }
-  out.commented("Count = Count + 1", "'Increment Count");
-  if (anyZeroed(plan, "VBAHI")) out.commented("CallTable Zero_1", "'Go up and run Table Zero_1");
-  out.commented("Next Scan", "'Loop up for the next scan");
+  out.code("Count = Count + 1").comment("'Increment Count");
+  if (anyZeroed(plan, "VBAHI")) out.code("CallTable Zero_1").comment("'Go up and run Table Zero_1");
+  out.code("Next Scan").comment("'Loop up for the next scan");
 }
 
 /// Where the average of a block's zero variable is read in the subroutine.
@@ -109,23 +109,22 @@ std::string zeroAverage(const SourceBlock& block) {
 
 void emitOffsetLoop(ProgramText& out, const SourceBlock& block) {
   if (!block.zeroed()) return;
-  out.commented(concat("For I = 1 To ", block.constant("REP")),
-                concat("'Do this ", block.number, " times"));
+  out.code("For I = 1 To ", block.constant("REP")).comment("'Do this ", block.number, " times");
   const std::string average = zeroAverage(block);
   if (block.letter == 'B') out.line(block.values(), "ZeroMv(I) = ", average);
   out.line(block.offsets(), "(I) = -", average);
-  out.commented("Next I", "'Do it again");
+  out.code("Next I").comment("'Do it again");
 }
 
 void emitZeroSub(ProgramText& out, const ProgramPlan& plan) {
   if (!plan.anyZeroed()) return;
-  out.commented("Sub Zero", "'Begin zero measure routine");
-  out.commented("Count = 0", "'Set Count to zero");
-  out.commented("Count2 = 0", "'Set Count2 to zero");
+  out.code("Sub Zero").comment("'Begin zero measure routine");
+  out.code("Count = 0").comment("'Set Count to zero");
+  out.code("Count2 = 0").comment("'Set Count2 to zero");
   emitZeroScan(out, plan);
   forBlocks(plan, "VFBAHI", [&](const SourceBlock& block) { emitOffsetLoop(out, block); });
   for (const int flag : plan.zeroFlags())
-    out.commented(concat("Flag(", flag, ") = False"), concat("'Reset Flag(", flag, ")"));
+    out.code("Flag(", flag, ") = False").comment("'Reset Flag(", flag, ")");
   out.append("End Sub");
 }
 

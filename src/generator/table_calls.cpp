@@ -22,8 +22,8 @@ bool storesCrossing(const ProgramPlan& plan, const SourceBlock& block, std::size
 
 void emitCrossingSource(ProgramText& out, const SourceBlock& block, std::size_t element) {
   const std::string source = block.crossingSource(element);
-  out.commented(concat("      ", source, "(1) = ", block.element(element)),
-                concat("'1st source dimension for LC", block.letter, "Blk"));
+  out.code("      ", source, "(1) = ", block.element(element))
+      .comment("'1st source dimension for LC", block.letter, "Blk");
   if (!block.crossing.secondVariable.empty())
     out.line("      ", source, "(2) = ", block.crossing.secondVariable);
 }
@@ -37,17 +37,15 @@ void emitFileMarks(ProgramText& out, const ProgramPlan& plan) {
     if (flags.empty()) out.fixedBanner(" File Mark Logic ", 25);
     const std::string writeTest = write > 0 ? concat("Flag(", write, ") And ") : "";
     const std::string counter = concat("Flag", mark, "Mark");
-    out.commented(concat("      If ", writeTest, "Flag(", mark, ") Then"), "'Test if flags are on");
-    out.commented(concat("         FileMark(", table.name, ")"),
-                  concat("'Place a file mark in table ", table.name));
-    out.commented(concat("         ", counter, " = ", counter, " + 1"),
-                  "'Increment the mark counter");
-    out.commented("      End If", "'Test finished");
+    out.code("      If ", writeTest, "Flag(", mark, ") Then").comment("'Test if flags are on");
+    out.code("         FileMark(", table.name, ")")
+        .comment("'Place a file mark in table ", table.name);
+    out.code("         ", counter, " = ", counter, " + 1").comment("'Increment the mark counter");
+    out.code("      End If").comment("'Test finished");
     if (std::find(flags.begin(), flags.end(), mark) == flags.end()) flags.push_back(mark);
   }
   for (const int flag : flags)
-    out.commented(concat("      Flag(", flag, ") = False"),
-                  concat("'Set Flag(", flag, ") back to False"));
+    out.code("      Flag(", flag, ") = False").comment("'Set Flag(", flag, ") back to False");
 }
 
 void emitTableFull(ProgramText& out, const ProgramPlan& plan) {

@@ -90,8 +90,8 @@ class TableEmitter {
   void emitHead() {
     const bool automatic = isAutoSized(settings()) || onCard();
     out_.hyphenBanner(concat(" Table ", table_.number));
-    out_.commented(concat("DataTable(", table_.name, ",True,", automatic ? "-1" : size(), ")"),
-                   concat("'Trigger, ", automatic ? "auto size" : concat(size(), " records")));
+    out_.code("DataTable(", table_.name, ",True,", automatic ? "-1" : size(), ")")
+        .comment("'Trigger, ", automatic ? "auto size" : concat(size(), " records"));
   }
 
   void emitInterval() {
@@ -106,29 +106,27 @@ class TableEmitter {
         interval.synchronous
             ? "Synchronous"
             : concat(text::formatted(interval.number, "0.00"), commentUnits(interval.unitCode));
-    out_.commented(concat("   DataInterval(0,", arguments, lapses, ")"),
-                   concat("'", shown, " interval, ", lapses, " lapses",
-                          isAutoSized(settings()) ? ", autosize" : ""));
+    out_.code("   DataInterval(0,", arguments, lapses, ")")
+        .comment("'", shown, " interval, ", lapses, " lapses",
+                 isAutoSized(settings()) ? ", autosize" : "");
   }
 
   void emitDataEvent() {
     if (!hasActiveTrigger(settings())) return;
     const bool starts = !triggerText(settings(), 0).empty();
     const bool stops = !triggerText(settings(), 1).empty();
-    out_.commented(
-        concat("   DataEvent(", settings().PreTriggerScans, ",", starts ? "bStartTrigger" : "True",
-               ",", stops ? "bStopTrigger" : "False", ",", settings().AftTriggerScans, ")"),
-        "'PreTrigger,Start,Stop,PostTrigger");
+    out_.code("   DataEvent(", settings().PreTriggerScans, ",", starts ? "bStartTrigger" : "True",
+              ",", stops ? "bStopTrigger" : "False", ",", settings().AftTriggerScans, ")")
+        .comment("'PreTrigger,Start,Stop,PostTrigger");
   }
 
   void emitStorage() {
     if (onCard()) return emitCard();
     const bool automatic = isAutoSized(settings());
     if (inFlash())
-      out_.commented(
-          concat("   FlashOut(", automatic ? "-1" : size(), ")"),
-          concat("'Use Flash memory, ", automatic ? "auto size." : concat(size(), " records.")));
-    if (settings().FillStop) out_.commented("   FillStop", "'Fill the buffer and stop");
+      out_.code("   FlashOut(", automatic ? "-1" : size(), ")")
+          .comment("'Use Flash memory, ", automatic ? "auto size." : concat(size(), " records."));
+    if (settings().FillStop) out_.code("   FillStop").comment("'Fill the buffer and stop");
   }
 
   void emitCard() {
@@ -137,13 +135,13 @@ class TableEmitter {
     const std::string sizeText = automatic ? ", size Auto" : concat(", size ", size());
     const std::string_view stop = settings().FillStop ? "1," : "0,";
     if (plan_.project.configuration.quantity(model::ModuleKindIndex::adaptor7151) == 0) {
-      out_.commented(concat("   CardOut(", stop, sizeArgument, ")"), concat("'PC card", sizeText));
+      out_.code("   CardOut(", stop, sizeArgument, ")").comment("'PC card", sizeText);
       return;
     }
     static constexpr std::array<std::string_view, 3> cards = {"Auto", "A", "B"};
     const auto card = static_cast<std::size_t>(std::clamp<int>(settings().PamCard, 0, 2));
-    out_.commented(concat("   PamOut(4,", card, ",", stop, sizeArgument, ")"),
-                   concat("'PAM card ", cards[card], sizeText));
+    out_.code("   PamOut(4,", card, ",", stop, sizeArgument, ")")
+        .comment("'PAM card ", cards[card], sizeText);
   }
 
   void emitGroup(const model::StoredGroup& group) {
@@ -278,11 +276,11 @@ class TableEmitter {
   void emitOutput(const model::StoredGroup& group, const GroupNames& names,
                   const model::StoredOutput& output) {
     const auto code = static_cast<std::size_t>(output.code);
-    out_.commented(concat("   ", processingNames[code], "(",
-                          output.code < histogram ? simpleArguments(group, names, output)
-                                                  : histogramArguments(group, names, output),
-                          ")"),
-                   concat(names.comment, commentTails[code]));
+    out_.code("   ", processingNames[code], "(",
+              output.code < histogram ? simpleArguments(group, names, output)
+                                      : histogramArguments(group, names, output),
+              ")")
+        .comment(names.comment, commentTails[code]);
   }
 
   static std::string elementName(const GroupNames& names, std::size_t element) {
@@ -323,9 +321,9 @@ class TableEmitter {
 
   void emitSpectrum(const model::StoredGroup& group, const GroupNames& names,
                     const model::StoredOutput& output) {
-    out_.commented(concat("   FFTSample(", names.array, "(", output.element, ",1,1),",
-                          output.valuesEach, ",", group.dataType, ",True)"),
-                   "'1 Rep,Source,Res,Enabled");
+    out_.code("   FFTSample(", names.array, "(", output.element, ",1,1),", output.valuesEach, ",",
+              group.dataType, ",True)")
+        .comment("'1 Rep,Source,Res,Enabled");
   }
 
   ProgramText& out_;
@@ -344,8 +342,8 @@ void emitZeroAverage(ProgramText& out, const SourceBlock& block) {
     source = name + "mV_V()";
     fields = concat(" : FieldNames(\"", name, "ZeroMv_Avg\")");
   }
-  out.commented(concat("   Average(", block.constant("REP"), ",", source, ",IEEE4,False)", fields),
-                "' Reps,Source,Res");
+  out.code("   Average(", block.constant("REP"), ",", source, ",IEEE4,False)", fields)
+      .comment("' Reps,Source,Res");
 }
 
 /// A table of one record that averages what the zero subroutine measures.
@@ -354,7 +352,7 @@ void emitZeroTable(ProgramText& out, const ProgramPlan& plan, std::string_view n
   bool any = false;
   forBlocks(plan, letters, [&](const SourceBlock& block) { any |= block.zeroed(); });
   if (!any) return;
-  out.commented(concat("DataTable(", name, ",", trigger, ",1)"), "'Trigger, 1 records");
+  out.code("DataTable(", name, ",", trigger, ",1)").comment("'Trigger, 1 records");
   forBlocks(plan, letters, [&](const SourceBlock& block) { emitZeroAverage(out, block); });
   out.append("EndTable");
 }
