@@ -1,5 +1,6 @@
 #include "project_files.h"
 
+#include "disk_files.h"
 #include "failure.h"
 #include "parser.h"
 #include "platform/system_clock.h"
@@ -19,11 +20,25 @@ void sayNotes(const std::string& path, const std::vector<KGEN_GENFILE::LineNote>
     say(text::concat(shownName(path), ":", note.line, ": ", note.text));
 }
 
+/// A backup beside a project that is missing or cut short: its last save did not end.
+void refuseHalfSaved(const std::string& path) {
+  const std::string backup = KGEN_GENFILE::backupOf(withoutProjectExtension(path));
+  const DiskFiles files;
+  if (path == "-" || !files.exists(backup)) return;
+  const bool missing = !files.exists(path);
+  if (!missing && !KGEN_GENFILE::isCutShort(readAll(path))) return;
+  throw Failure(inputUnreadable,
+                text::concat(path, missing ? ": is missing" : ": is cut short",
+                             ", because its last save did not end; open the version before it, ",
+                             backup, ", or rename that to ", path));
+}
+
 }  // namespace
 
 OpenedProject openProject(const std::string& path, const KGEN_GENFILE::LoadOptions& options) {
   OpenedProject opened;
   opened.path = openedPath(path);
+  refuseHalfSaved(opened.path);
   opened.report = KGEN_GENFILE::loadInPlace(opened.path, opened.project, options);
   if (opened.report.error) throw Failure(inputUnreadable, *opened.report.error);
   sayNotes(opened.path, opened.report.notes);
