@@ -24,7 +24,7 @@ int runExport(const ChannelsOptions& options) {
   if (options.csv == "-")
     writeOut(csv);
   else
-    DiskFiles().replace(options.csv, csv);
+    DiskFiles().replace(options.csv, csv, false);
   return done;
 }
 
@@ -54,7 +54,7 @@ int runImport(const ChannelsOptions& options) {
   } else if (!report.changes.empty()) {
     DiskFiles files;
     const std::string base = withoutProjectExtension(opened.path);
-    KGEN_GENFILE::save(files, base, opened.project, stampFor(base));
+    saveProject(base, opened.project, stampFor(base));
   }
   return done;
 }

@@ -33,7 +33,7 @@ void writeProject(const std::string& out, const OpenedProject& opened, bool dunm
   else if (isDevice(out))
     files.write(out, KGEN_GENFILE::fileText(opened.project, stampFor(base, dunmore)), false);
   else
-    KGEN_GENFILE::save(files, base, opened.project, stampFor(base, dunmore), flush);
+    saveProject(base, opened.project, stampFor(base, dunmore), flush);
 }
 
 int runConvert(const ConvertOptions& options) {

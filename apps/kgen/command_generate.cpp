@@ -111,7 +111,7 @@ int runGenerate(const GenerateOptions& options) {
     if (options.base == "-")
       writeOut(document.text);
     else
-      files.replace(document.path, document.text);
+      files.replace(document.path, document.text, false);
   }
   return done;
 }

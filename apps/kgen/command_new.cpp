@@ -107,7 +107,7 @@ int runNew(const NewOptions& options) {
   if (files.exists(path) && !options.force)
     throw Failure(outputUnwritable,
                   text::concat(path, ": the file exists; choose another name or say --force"));
-  KGEN_GENFILE::save(files, base, project, stampFor(base));
+  saveProject(base, project, stampFor(base));
   return done;
 }
 

@@ -45,6 +45,15 @@ OpenedProject openProject(const std::string& path, const KGEN_GENFILE::LoadOptio
   return opened;
 }
 
+void saveProject(const std::string& base, const model::Project& project,
+                 const model::DocumentStamp& stamp, bool flush) {
+  DiskFiles files;
+  const std::string target = platform::linkTarget(text::concat(base, ".GN7"));
+  const std::string remark =
+      KGEN_GENFILE::save(files, withoutProjectExtension(target), project, stamp, flush);
+  if (!remark.empty()) complain(remark);
+}
+
 std::string shownName(const std::string& path) { return path == "-" ? "standard input" : path; }
 
 std::string_view fileNameOf(std::string_view path) {

@@ -22,6 +22,11 @@ struct OpenedProject {
 /// without "." gets ".GN7", "-" is standard input. Throws Failure when it can't be read.
 OpenedProject openProject(const std::string& path, const KGEN_GENFILE::LoadOptions& options = {});
 
+/// Writes base + ".GN7", or the file that it is a link to; a backup that could not be deleted is
+/// said. Throws ports::FileError.
+void saveProject(const std::string& base, const model::Project& project,
+                 const model::DocumentStamp& stamp, bool flush = true);
+
 /// "-" as messages name it.
 std::string shownName(const std::string& path);
 

@@ -1,5 +1,6 @@
 #include "control/pre_compiler.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 
@@ -117,7 +118,8 @@ void PreCompiler::readReport(CompileResult& result) {
     if (!inResults || line.empty() || line.starts_with('[')) continue;
     (tellsTime(line) ? result.timing : result.lines).push_back(std::move(line));
   }
-  const bool compiled = result.lines.size() == 1 && result.lines[0].starts_with(success);
+  const bool compiled = std::any_of(result.lines.begin(), result.lines.end(),
+                                    [](const auto& line) { return line.starts_with(success); });
   result.state = compiled               ? CompileResult::State::compiled
                  : result.lines.empty() ? CompileResult::State::skipped
                                         : CompileResult::State::faulty;

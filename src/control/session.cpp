@@ -1,5 +1,6 @@
 #include "control/session.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "control/paths.h"
@@ -15,11 +16,16 @@ using text::concat;
 enum HostCommand { refreshSummary = 1, saveProject, saveAndSend, discardChanges, printSummary };
 
 std::string workDirectoryOf(const ports::MachineRegistry& machine) {
-  return machine.read(R"(SOFTWARE\Tervane\ProgGen)", "WorkDir").value_or(machine.applicationData());
+  const auto set = machine.read(R"(SOFTWARE\Tervane\ProgGen)", "WorkDir");
+  return set && !set->empty() ? *set : machine.applicationData();
 }
 
-std::string valueOf(std::string_view message, std::string_view word) {
-  return std::string(message.substr(word.size()));
+/// Operator and ID as their boxes take them.
+bool isIdentity(std::string_view text) {
+  constexpr std::size_t longest = 30;
+  return text.size() <= longest && std::none_of(text.begin(), text.end(), [](char c) {
+           return static_cast<unsigned char>(c) < ' ' || c == '[' || c == ']' || c == '"';
+         });
 }
 
 }  // namespace
@@ -31,6 +37,10 @@ Session::Session(const SessionPorts& ports, std::string registryApp)
     workDirectory_ = workDirectoryOf(ports_.machine);
     workingCopy_.emplace(ports_.files, workDirectory_);
   });
+  makeNewProject();
+}
+
+void Session::makeNewProject() {
   startWith(KGEN_COMMON::newProject(settings_.defaults), std::string(newProjectName));
 }
 
@@ -45,6 +55,8 @@ void Session::readAllSettings() {
 void Session::RegistryApp(std::string application) {
   registryApp_ = std::move(application);
   guarded("RegistryApp", [this] { readAllSettings(); });
+  if (path_ == newProjectName && !changed()) makeNewProject();
+  ports_.host.refresh();
 }
 
 void Session::changeSettings(const Settings& settings) {
@@ -65,7 +77,7 @@ void Session::startWith(model::Project project, std::string path) {
   project_ = std::move(project);
   saved_ = project_;
   path_ = std::move(path);
-  modelForced_ = false;
+  modelForced_ = documentsOutdated_ = false;
   history_.clear();
   programLines_.reset();
   afterChange();
@@ -89,12 +101,14 @@ void Session::edit(model::Project next, std::string name) {
 }
 
 void Session::undo() {
+  if (!history_.canUndo()) return;
   model::Project next = project_;
   history_.undo(next);
   replaceProject(std::move(next));
 }
 
 void Session::redo() {
+  if (!history_.canRedo()) return;
   model::Project next = project_;
   history_.redo(next);
   replaceProject(std::move(next));
@@ -102,9 +116,15 @@ void Session::redo() {
 
 /// A work directory that can't be written to is told once: the project itself is not in danger.
 void Session::keepWorkingCopy() {
+  if (!changed()) return endWorkingCopy();
   if (!workingCopy_ || workingCopyFailed_) return;
   workingCopyFailed_ =
       !guarded("SaveEditTemp", [this] { workingCopy_->write(project_, path_, stamp()); });
+}
+
+void Session::endWorkingCopy() {
+  if (!workingCopy_ || workingCopyFailed_) return;
+  workingCopyFailed_ = !guarded("DeleteEditTemp", [this] { workingCopy_->remove(); });
 }
 
 const std::string& Session::summary() {
@@ -128,7 +148,11 @@ std::string Session::programPath() const {
 
 std::string Session::CurBasicFileName() const { return fileName(programPath()); }
 
-std::string Session::HelpFileName() const { return concat(HelpPath, "/kgen"); }
+std::string Session::HelpFileName() const {
+  return HelpPath.empty() ? "kgen" : concat(HelpPath, "/kgen");
+}
+
+std::string_view Session::VersionDate() { return KGEN_BUILD_DATE; }
 
 verify::CheckContext Session::checks() {
   return {ports_.messages, trouble_, static_cast<unsigned>(settings_.WarningMessageMask)};
@@ -148,7 +172,7 @@ void Session::LongToMessage(int code) {
       return;
     case discardChanges:
       saved_ = project_;
-      modelForced_ = false;
+      modelForced_ = documentsOutdated_ = false;
       return;
     case printSummary:
       return PrintSelect();
@@ -158,13 +182,22 @@ void Session::LongToMessage(int code) {
 }
 
 void Session::StringToMessage(std::string_view message) {
-  model::Project next = project_;
-  if (message.starts_with("OPEN=")) {
-    OpenFile(valueOf(message, "OPEN="));
+  const std::size_t equals = std::min(message.find('='), message.size());
+  const std::string_view word = message.substr(0, equals);
+  const std::string value(message.substr(std::min(equals + 1, message.size())));
+  if (word == "OPEN") {
+    OpenFile(value);
     return;
   }
-  if (message.starts_with("OPERATOR=")) next.configuration.Operator = valueOf(message, "OPERATOR=");
-  if (message.starts_with("ID=")) next.configuration.IDNumber = valueOf(message, "ID=");
+  if (word != "OPERATOR" && word != "ID") return;
+  if (!isIdentity(value)) {
+    ports_.host.note(concat(word,
+                            ": up to 30 characters without line breaks, quotes and square "
+                            "brackets; the message is ignored"));
+    return;
+  }
+  model::Project next = project_;
+  (word == "ID" ? next.configuration.IDNumber : next.configuration.Operator) = value;
   edit(std::move(next), "operator and ID");
 }
 
@@ -192,8 +225,8 @@ void Session::OffSaveDownload() { SetSaveDownload(false); }
 // The end of a project
 
 void Session::CloseSession() {
-  if (workingCopy_) guarded("CloseSession", [this] { workingCopy_->remove(); });
-  startWith(KGEN_COMMON::newProject(settings_.defaults), std::string(newProjectName));
+  endWorkingCopy();
+  makeNewProject();
 }
 
 void Session::NewProject() {
@@ -222,7 +255,7 @@ bool Session::Quit() {
 
 void Session::FormCleanup() {
   ports_.host.closeWindows();
-  if (workingCopy_) guarded("FormCleanup", [this] { workingCopy_->remove(); });
+  endWorkingCopy();
 }
 
 }  // namespace control

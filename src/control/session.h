@@ -10,6 +10,7 @@
 #include "control/settings.h"
 #include "control/trouble.h"
 #include "control/working_copy.h"
+#include "generator/program_writer.h"
 #include "model/document_stamp.h"
 #include "model/project.h"
 #include "ports/clock.h"
@@ -52,7 +53,11 @@ class Session {
   void undo();
   void redo();
   [[nodiscard]] const EditHistory& history() const { return history_; }
-  [[nodiscard]] bool changed() const { return modelForced_ || project_ != saved_; }
+  /// There is something to save: edits, a model that was forced, or documents that the last save
+  /// could not write.
+  [[nodiscard]] bool changed() const {
+    return modelForced_ || documentsOutdated_ || project_ != saved_;
+  }
   /// The summary of the project as it is.
   [[nodiscard]] const std::string& summary();
 
@@ -75,7 +80,7 @@ class Session {
   /// Reads the settings of another application.
   void RegistryApp(std::string application);
   [[nodiscard]] static std::string_view Version() { return model::generatorVersion; }
-  [[nodiscard]] static std::string_view VersionDate() { return "11-24-2026"; }
+  [[nodiscard]] static std::string_view VersionDate();  // of the build
   [[nodiscard]] bool quitButtonShown() const { return quitButton_; }
   [[nodiscard]] bool sendButtonShown() const { return sendButton_; }
 
@@ -131,6 +136,7 @@ class Session {
   void afterChange();
   void keepWorkingCopy();
   void replaceProject(model::Project next);
+  void makeNewProject();
   [[nodiscard]] bool isDunmore() const;
   [[nodiscard]] model::DocumentStamp stamp() const;
   [[nodiscard]] std::string programPath() const;
@@ -141,15 +147,27 @@ class Session {
   bool readProject(const std::string& file, const std::string& path);
   void offerLongerScan();
 
+  /// What one save writes, all of it made at one moment.
+  struct Saving {
+    model::Project project;
+    model::DocumentStamp stamp;
+    std::optional<SAVEDLD::Program> program;
+    std::string tooLong;  // why there is no program
+  };
+
+  SaveResult saveTo(std::string path, Delivery delivery);
   SaveResult save(Delivery delivery);
-  bool hasPlace();
+  std::optional<std::string> chosenPlace();
+  bool mayReplace(const std::string& path);
   bool mayBeSaved(Delivery& delivery);
-  void compileBeforeSave(Delivery& delivery);
-  bool writeProject();
-  bool writeDocuments();
+  Saving prepared();
+  void compileBeforeSave(const Saving& saving, Delivery& delivery);
+  bool writeProject(const Saving& saving);
+  bool writeDocuments(const Saving& saving);
   void send();
+  void endWorkingCopy();
   std::string foundPreCompiler();
-  CompileResult compileNow();
+  CompileResult compile(const std::string& program);
   void showCompileResult(const CompileResult& result);
 
   SessionPorts ports_;
@@ -164,6 +182,8 @@ class Session {
   model::Project saved_;  // as it was opened or saved last
   std::string path_;      // of the project file; its folder is empty while it has no place yet
   bool modelForced_ = false;
+  bool documentsOutdated_ = false;
+  bool placeTaken_ = false;  // the running save has written its project file
   EditHistory history_;
   std::optional<std::string> summary_;
   std::optional<std::size_t> programLines_;

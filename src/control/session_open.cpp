@@ -1,4 +1,5 @@
 #include <cmath>
+#include <filesystem>
 
 #include "control/paths.h"
 #include "control/session.h"
@@ -60,7 +61,8 @@ ports::Message questionAboutWorkingCopy(const std::string& origin) {
 bool Session::OpenFile(std::string_view path) {
   if (!AskToSaveAll()) return false;
   bool opened = false;
-  guarded("OpenFile", [&] { opened = openExisting(projectPath(path)); });
+  guarded("OpenFile",
+          [&] { opened = openExisting(std::filesystem::absolute(projectPath(path)).string()); });
   return opened;
 }
 
@@ -78,8 +80,11 @@ bool Session::offerBackup(const std::string& path) {
   if (!ports_.files.exists(backup)) return false;
   const bool missing = !ports_.files.exists(path);
   if (!missing && !KGEN_GENFILE::isCutShort(ports_.files.read(path))) return false;
+  if (KGEN_GENFILE::isCutShort(ports_.files.read(backup))) return false;
   const ports::Message question = questionAboutBackup(path, backup, missing);
-  return ports_.messages.show(question) == ports::Answer::yes && readProject(backup, path);
+  if (ports_.messages.show(question) == ports::Answer::yes) return readProject(backup, path);
+  if (!missing) ports_.host.note(concat(path, ": the end of the project is missing"));
+  return false;
 }
 
 /// Reads a file as the project of a path: they differ for backups and working copies, which count
@@ -95,9 +100,13 @@ bool Session::readProject(const std::string& file, const std::string& path) {
   }
   for (const KGEN_GENFILE::LineNote& note : report.notes)
     ports_.host.note(concat(file, ":", note.line, ": ", note.text));
+  if (!workingCopy_ || file != workingCopy_->path())
+    endWorkingCopy();  // of the project before, which is closed
   startWith(std::move(next), path);
   modelForced_ = report.modelForced;
   if (file != path) saved_ = empty;
+  for (const std::string& problem : model::channelPlan(project_).problems)
+    ports_.host.note(concat(path, ": ", problem));
   ports_.host.fileOpened(path);
   offerLongerScan();
   return true;

@@ -29,41 +29,71 @@ std::string joined(const std::vector<std::string>& lines) {
   return out;
 }
 
-/// The old file stands until the new one is on the disk.
-void replaceFile(ports::FileStore& files, const std::string& path, std::string_view content) {
-  const std::string aside = concat(path, ".new");
-  files.write(aside, content, true);
-  files.rename(aside, path);
+ports::Message questionAboutReplacing(const std::string& file) {
+  ports::Message question;
+  question.title = "REPLACE FILE";
+  question.text = concat("The project is saved as ", file,
+                         "\r\nwhich exists already and is not the file that was opened.\r\n\r\n"
+                         "Would you like to replace it?");
+  question.icon = ports::Icon::exclamation;
+  question.buttons = ports::Buttons::yesNo;
+  question.defaultButton = ports::Answer::no;
+  return question;
 }
 
 }  // namespace
 
 SaveResult Session::save(Delivery delivery) {
-  if (!hasPlace() || !mayBeSaved(delivery)) return SaveResult::refused;
-  if (model::isK700X(project_.configuration)) compileBeforeSave(delivery);
-  if (!writeProject() || !writeDocuments()) return SaveResult::failed;
+  if (!mayBeSaved(delivery)) return SaveResult::refused;
+  const Saving saving = prepared();
+  if (model::isK700X(project_.configuration)) compileBeforeSave(saving, delivery);
+  if (!writeProject(saving) || !writeDocuments(saving)) return SaveResult::failed;
+  endWorkingCopy();
   if (delivery == Delivery::send) send();
   return SaveResult::saved;
 }
 
-SaveResult Session::SaveDldFile() { return save(Delivery::saveOnly); }
-SaveResult Session::SaveAndSend() { return save(Delivery::send); }
-
-SaveResult Session::SaveAs(std::string_view path) {
-  const std::string before = std::exchange(path_, projectPath(path));
-  const SaveResult result = save(Delivery::saveOnly);
-  if (result != SaveResult::saved) path_ = before;
+/// The path holds for the save; the project moves there when its file was written.
+SaveResult Session::saveTo(std::string path, Delivery delivery) {
+  const std::string before = std::exchange(path_, std::move(path));
+  placeTaken_ = false;
+  const SaveResult result = save(delivery);
+  if (!placeTaken_) path_ = before;
   return result;
 }
 
-/// A new project has a name but no folder.
-bool Session::hasPlace() {
-  if (!folderOf(path_).empty()) return true;
-  const auto chosen =
-      ports_.host.choosePath({"SAVE GENERATOR FILE", "(Generator Files)|*.GN7|(All Files)|*.*",
-                              true, concat(GenFilePath, "/", fileName(path_))});
-  if (chosen) path_ = projectPath(*chosen);
-  return chosen.has_value();
+SaveResult Session::SaveDldFile() {
+  const std::optional<std::string> place = chosenPlace();
+  return place ? saveTo(*place, Delivery::saveOnly) : SaveResult::refused;
+}
+
+SaveResult Session::SaveAndSend() {
+  const std::optional<std::string> place = chosenPlace();
+  return place ? saveTo(*place, Delivery::send) : SaveResult::refused;
+}
+
+SaveResult Session::SaveAs(std::string_view path) {
+  return saveTo(concat(basePath(path), projectExtension), Delivery::saveOnly);
+}
+
+/// A new project has a name but no folder. A project keeps its base name, so that its file may
+/// become another one: that is replaced only when the user agrees.
+std::optional<std::string> Session::chosenPlace() {
+  if (folderOf(path_).empty()) {
+    const auto chosen =
+        ports_.host.choosePath({"SAVE GENERATOR FILE", "(Generator Files)|*.GN7|(All Files)|*.*",
+                                true, concat(GenFilePath, "/", fileName(path_))});
+    if (!chosen) return std::nullopt;
+    return concat(basePath(*chosen), projectExtension);
+  }
+  std::string place = concat(basePath(path_), projectExtension);
+  if (!mayReplace(place)) return std::nullopt;
+  return place;
+}
+
+bool Session::mayReplace(const std::string& path) {
+  if (path == path_ || !ports_.files.exists(path)) return true;
+  return ports_.messages.show(questionAboutReplacing(path)) == ports::Answer::yes;
 }
 
 /// Runs the checks and asks what they leave to the user. What the checks may change in the
@@ -88,10 +118,22 @@ bool Session::mayBeSaved(Delivery& delivery) {
   return true;
 }
 
+Session::Saving Session::prepared() {
+  Saving saving{project_, stamp(), std::nullopt, {}};
+  KGEN_GENFILE::prepareForSave(saving.project, saving.stamp);
+  try {
+    saving.program = SAVEDLD::generate(saving.project, saving.stamp);
+  } catch (const SAVEDLD::ProgramTooLong& error) {
+    saving.tooLong = error.what();
+  }
+  return saving;
+}
+
 /// Faults do not keep a project from being saved; a program with faults is sent only when the user
 /// insists.
-void Session::compileBeforeSave(Delivery& delivery) {
-  const CompileResult result = compileNow();
+void Session::compileBeforeSave(const Saving& saving, Delivery& delivery) {
+  if (!saving.program) return;
+  const CompileResult result = compile(saving.program->text);
   if (result.state != CompileResult::State::faulty || delivery != Delivery::send)
     return showCompileResult(result);
   ports::Message question = compileMessage(
@@ -102,30 +144,34 @@ void Session::compileBeforeSave(Delivery& delivery) {
   if (ports_.messages.show(question) != ports::Answer::yes) delivery = Delivery::saveOnly;
 }
 
-bool Session::writeProject() {
-  return guarded("SaveGenFile", [this] {
-    KGEN_GENFILE::save(ports_.files, basePath(path_), project_, stamp());
-    KGEN_GENFILE::prepareForSave(project_, stamp());
-    path_ = concat(basePath(path_), projectExtension);
-    saved_ = project_;
+bool Session::writeProject(const Saving& saving) {
+  return guarded("SaveGenFile", [&] {
+    const std::string remark =
+        KGEN_GENFILE::save(ports_.files, basePath(path_), project_, saving.stamp);
+    if (!remark.empty()) ports_.host.note(remark);
+    project_ = saved_ = saving.project;
     modelForced_ = false;
-    if (workingCopy_) workingCopy_->remove();
+    placeTaken_ = documentsOutdated_ = true;
     afterChange();
   });
 }
 
 /// Program, wiring and table information are complete in memory before the first is written; a
-/// program that is too long leaves the old one as it was.
-bool Session::writeDocuments() {
-  return guarded("SaveDldFile", [this] {
-    const SAVEDLD::Program program = SAVEDLD::generate(project_, stamp());
-    const std::string wiring = MAKEWIRE::wiringText(project_, stamp());
-    const std::string tables = companion::tableInformation(project_, stamp());
-    for (const std::string& line : program.notes) ports_.host.note(line);
-    replaceFile(ports_.files, programPath(), program.text);
-    replaceFile(ports_.files, concat(basePath(path_), ".WR7"), wiring);
-    replaceFile(ports_.files, concat(basePath(path_), ".TI7"), tables);
-    programLines_ = static_cast<std::size_t>(program.lines);
+/// program that is too long leaves the old ones as they were.
+bool Session::writeDocuments(const Saving& saving) {
+  if (!saving.program) {
+    trouble_.report(overflow, saving.tooLong, "SAVEDLD.AppendLine");
+    return false;
+  }
+  return guarded("SaveDldFile", [&] {
+    const std::string wiring = MAKEWIRE::wiringText(project_, saving.stamp);
+    const std::string tables = companion::tableInformation(project_, saving.stamp);
+    for (const std::string& line : saving.program->notes) ports_.host.note(line);
+    ports_.files.replace(programPath(), saving.program->text, true);
+    ports_.files.replace(concat(basePath(path_), ".WR7"), wiring, true);
+    ports_.files.replace(concat(basePath(path_), ".TI7"), tables, true);
+    programLines_ = static_cast<std::size_t>(saving.program->lines);
+    documentsOutdated_ = false;
     afterChange();
   });
 }
@@ -148,22 +194,24 @@ bool Session::DunmoreDownload(const std::string& program) {
 // The pre-compiler
 
 CompileResult Session::TestCompile() {
-  const CompileResult result = compileNow();
+  const Saving saving = prepared();
+  if (!saving.program) {
+    trouble_.report(overflow, saving.tooLong, "SAVEDLD.AppendLine");
+    return {};
+  }
+  CompileResult result = compile(saving.program->text);
   showCompileResult(result);
   return result;
 }
 
-CompileResult Session::compileNow() {
+CompileResult Session::compile(const std::string& program) {
   CompileResult result;
   guarded("cmdTest_Click", [&] {
     const std::string compiler = foundPreCompiler();
-    if (compiler.empty()) {
+    if (compiler.empty())
       result.notes.emplace_back("Skipped pre-compile.");
-      return;
-    }
-    const SAVEDLD::Program program = SAVEDLD::generate(project_, stamp());
-    result =
-        PreCompiler(ports_.files, ports_.processes, workDirectory_).run(compiler, program.text);
+    else
+      result = PreCompiler(ports_.files, ports_.processes, workDirectory_).run(compiler, program);
   });
   for (const std::string& line : result.notes) ports_.host.note(line);
   return result;

@@ -91,10 +91,22 @@ class Planner {
     placePorts();
     finishReferences();
     finishTotals();
+    markIdleBlocks();
     return std::move(plan_);
   }
 
  private:
+  /// Blocks that only a 7104 can measure: kept, but left out of everything.
+  void markIdleBlocks() {
+    if (isK700X(configuration())) return;
+    for (const BlockKind kind : {BlockKind::isolated, BlockKind::tcmux})
+      for (std::size_t n = 1; n <= blockCount(project_, kind); ++n)
+        if (project_.block(kind, n).Reps > 0)
+          plan_.problems.push_back(text::concat(infoOf(kind).name, " block ", n,
+                                                " needs the 7104 CPU and is left out; choose that "
+                                                "CPU or remove the block"));
+  }
+
   [[nodiscard]] const LoggerConfiguration& configuration() const { return project_.configuration; }
   [[nodiscard]] int quantity(ModuleKindIndex kind) const { return configuration().quantity(kind); }
   [[nodiscard]] int first(ModuleKindIndex kind) const { return firstSlot(configuration(), kind); }

@@ -42,8 +42,9 @@ std::string_view adviceFor(int error) {
 /// An open file. Its destructor closes without a word; close() tells what the machine says.
 class OpenFile {
  public:
-  OpenFile(const std::string& path, int flags)
-      : path_(path), descriptor_(::open(path.c_str(), flags | O_CLOEXEC, 0666)) {
+  OpenFile(const std::string& path, int flags) : OpenFile(path, flags, path) {}
+  OpenFile(const std::string& path, int flags, const std::string& shown)
+      : path_(shown), descriptor_(::open(path.c_str(), flags | O_CLOEXEC, 0666)) {
     if (descriptor_ < 0) refuse(path_, "cannot be opened");
   }
   ~OpenFile() {
@@ -84,19 +85,13 @@ void flushFolder(const std::string& path) {
   folder.close();
 }
 
-/// Where a link leads, so that the file is replaced and not the link.
-std::string linkTarget(const std::string& path) {
-  char* resolved = ::realpath(path.c_str(), nullptr);
-  if (resolved == nullptr) return path;
-  std::string target = resolved;
-  std::free(resolved);  // NOLINT(cppcoreguidelines-no-malloc): realpath allocates
-  return target;
-}
-
-void writeAside(const std::string& path, std::string_view content, const struct stat* old) {
-  OpenFile file(path, O_WRONLY | O_CREAT | O_EXCL);
+/// `shown` is the file that the user knows of.
+void writeAside(const std::string& path, const std::string& shown, std::string_view content,
+                const struct stat* old, bool flush) {
+  OpenFile file(path, O_WRONLY | O_CREAT | O_EXCL, shown);
   if (old != nullptr) file.takeModeOf(*old);
   file.write(content);
+  if (flush) file.flush();
   file.close();
 }
 
@@ -151,22 +146,30 @@ void DiskFiles::remove(const std::string& path) {
   if (::unlink(path.c_str()) != 0 && errno != ENOENT) refuse(path, "cannot be removed");
 }
 
-void DiskFiles::replace(const std::string& path, std::string_view content) {
+void DiskFiles::replace(const std::string& path, std::string_view content, bool flush) {
+  const std::string target = linkTarget(path);
   struct stat status {};
-  const bool known = ::lstat(path.c_str(), &status) == 0;
-  if (known && S_ISLNK(status.st_mode)) {
-    const std::string target = linkTarget(path);
-    return target == path ? write(path, content, false) : replace(target, content);
-  }
-  if (known && !S_ISREG(status.st_mode)) return write(path, content, false);
-  const std::string aside = text::concat(path, ".", ::getpid(), ".new");
+  const bool known = ::lstat(target.c_str(), &status) == 0;
+  if (known && !S_ISREG(status.st_mode)) return write(target, content, flush);
+  const std::string aside = text::concat(target, ".", ::getpid(), ".new");
   try {
-    writeAside(aside, content, known ? &status : nullptr);
-    known&& exchange(aside, path) ? remove(aside) : rename(aside, path);
+    writeAside(aside, path, content, known ? &status : nullptr, flush);
+    known&& exchange(aside, target) ? remove(aside) : rename(aside, target);
+    if (flush) flushFolder(target);
   } catch (...) {
     ::unlink(aside.c_str());
     throw;
   }
+}
+
+std::string linkTarget(const std::string& path) {
+  struct stat status {};
+  if (::lstat(path.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) return path;
+  char* resolved = ::realpath(path.c_str(), nullptr);
+  if (resolved == nullptr) return path;
+  std::string target = resolved;
+  std::free(resolved);  // NOLINT(cppcoreguidelines-no-malloc): realpath allocates
+  return target;
 }
 
 void DiskFiles::createFolder(const std::string& path) {

@@ -18,13 +18,16 @@ class DiskFiles final : public ports::FileStore {
   [[nodiscard]] std::string read(const std::string& path) const override;
   void createFolder(const std::string& path) override;
 
-  /// Puts a whole new file in the place of the old one, which stays untouched until then. A path
-  /// that leads to a device or pipe is written through.
-  void replace(const std::string& path, std::string_view content);
+  /// A path that leads to a device or pipe is written through; a link stays, and its target is
+  /// replaced.
+  void replace(const std::string& path, std::string_view content, bool flush) override;
 };
 
 /// Whole content of a file, "-" being standard input. Throws ports::FileError.
 std::string readAll(const std::string& path);
+
+/// Where a link leads, so that its target is replaced and not the link; any other path as it is.
+std::string linkTarget(const std::string& path);
 
 /// True when the path leads to something that is neither a file nor a folder: a device or a pipe.
 bool isDevice(const std::string& path);

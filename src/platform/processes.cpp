@@ -1,18 +1,16 @@
 #include "platform/processes.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <signal.h>
 #include <spawn.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdint>
 #include <string>
 #include <system_error>
+#include <thread>
 
 namespace platform {
 namespace {
@@ -50,26 +48,19 @@ class Start {
   posix_spawnattr_t attributes_{};
 };
 
-/// True when the child ends within the limit.
-bool endsWithin(pid_t child, std::chrono::milliseconds limit) {
-  const auto handle = static_cast<int>(::syscall(SYS_pidfd_open, child, 0));
-  if (handle < 0) return true;  // an old system: wait for as long as it takes
-  const auto end = std::chrono::steady_clock::now() + limit;
-  int ready = 0;
-  do {
-    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
-        end - std::chrono::steady_clock::now());
-    pollfd waited{handle, POLLIN, 0};
-    ready = ::poll(&waited, 1, static_cast<int>(std::max<std::int64_t>(left.count(), 0)));
-  } while (ready < 0 && errno == EINTR);
-  ::close(handle);
-  return ready > 0;
+/// True when the child ends within the limit; it is waited for, so that its status can be asked.
+bool endsWithin(pid_t child, std::chrono::milliseconds limit, int& status) {
+  using namespace std::chrono;
+  const auto end = steady_clock::now() + limit;
+  for (milliseconds pause{1}; true; pause = std::min(pause * 2, milliseconds(50))) {
+    if (::waitpid(child, &status, WNOHANG) == child) return true;
+    if (steady_clock::now() >= end) return false;
+    std::this_thread::sleep_for(pause);
+  }
 }
 
-int statusOf(pid_t child) {
-  int status = 0;
-  while (::waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
-  return status;
+void waitFor(pid_t child) {
+  while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) continue;
 }
 
 }  // namespace
@@ -81,10 +72,12 @@ ProcessEnd Processes::run(const std::string& program, const std::vector<std::str
   pid_t child = 0;
   if (const int error = Start().run(std::move(words), child); error != 0)
     return {ProcessEnd::How::notStarted, error, std::generic_category().message(error)};
-  const bool ended = endsWithin(child, limit);
-  if (!ended) ::kill(-child, SIGKILL);
-  const int status = statusOf(child);
-  if (!ended) return {ProcessEnd::How::tookTooLong, 0, {}};
+  int status = 0;
+  if (!endsWithin(child, limit, status)) {
+    ::kill(-child, SIGKILL);
+    waitFor(child);
+    return {ProcessEnd::How::tookTooLong, 0, {}};
+  }
   if (WIFSIGNALED(status)) return {ProcessEnd::How::crashed, WTERMSIG(status), {}};
   return {ProcessEnd::How::exited, WEXITSTATUS(status), {}};
 }

@@ -41,8 +41,9 @@ IniSections sectionsIn(const std::string& path, const Complain& complain) {
   if (!files.exists(path)) return {};
   try {
     IniContent content = readIni(files.read(path));
-    for (const std::size_t line : content.badLines)
-      complain(concat(path, ":", line, ": no [section] and no key=value; the line is ignored"));
+    if (const std::size_t bad = content.badLines.size(); bad > 0)
+      complain(concat(path, ":", content.badLines.front(),
+                      ": no [section] and no key=value; ignored, like ", bad - 1, " more lines"));
     return std::move(content.sections);
   } catch (const ports::FileError& error) {
     complain(concat(error.what(), "; the usual values are used"));
@@ -115,7 +116,7 @@ void SettingsFile::write(std::string_view application, std::string_view section,
   const std::string path = settingsPath(application);
   DiskFiles files;
   files.createFolder(fs::path(path).parent_path().string());
-  files.replace(path, iniText(sections));
+  files.replace(path, iniText(sections), false);
 }
 
 MachineFile::MachineFile(const Complain& complain)

@@ -20,6 +20,8 @@ class FileStore {
   [[nodiscard]] virtual std::string read(const std::string& path) const = 0;
   /// Creates or replaces the file, writes every byte and, if asked, flushes it to the disk.
   virtual void write(const std::string& path, std::string_view content, bool flush) = 0;
+  /// Puts a whole new file in the place of the old one, which stays untouched until then.
+  virtual void replace(const std::string& path, std::string_view content, bool flush) = 0;
   /// Replaces `to` when it exists.
   virtual void rename(const std::string& from, const std::string& to) = 0;
   /// No error when the file does not exist.

@@ -49,6 +49,12 @@ projectfile::SaveMarks marksFrom(const model::DocumentStamp& stamp) {
   throw ports::FileError(concat(file, ": ", state, " (", reason, ")"));
 }
 
+/// Half a project beside the backup of a save that failed: that backup is the last good version.
+bool isLeftByFailedSave(const ports::FileStore& files, const std::string& file,
+                        const std::string& backup) {
+  return files.exists(backup) && isCutShort(files.read(file)) && !isCutShort(files.read(backup));
+}
+
 }  // namespace
 
 LoadReport loadInPlace(const std::string& path, model::Project& project,
@@ -80,26 +86,31 @@ std::string fileText(const model::Project& project, const model::DocumentStamp& 
   return projectfile::sectionsText(project, marksFrom(stamp), projectfile::fileStyle);
 }
 
-void save(ports::FileStore& files, const std::string& base, const model::Project& project,
-          const model::DocumentStamp& stamp, bool flush) {
+std::string save(ports::FileStore& files, const std::string& base, const model::Project& project,
+                 const model::DocumentStamp& stamp, bool flush) {
   const std::string text = fileText(project, stamp);
   const std::string file = concat(base, extension);
   const std::string backup = backupOf(base);
   std::string state =
       concat("not saved; it and ", backup, " are as they were: check the folder's access rights");
   try {
-    if (files.exists(file)) {
+    if (files.exists(file) && !isLeftByFailedSave(files, file, backup)) {
       files.remove(backup);
       files.rename(file, backup);
     }
     state = concat("not saved completely; the version before it, if there was one, is ", backup,
                    ": free space or choose another folder, then save again");
     files.write(file, text, flush);
-    state = concat("saved, but its backup ", backup, " could not be deleted: delete it");
-    files.remove(backup);
   } catch (const ports::FileError& error) {
     failSave(file, error.what(), state);
   }
+  try {
+    files.remove(backup);
+  } catch (const ports::FileError& error) {
+    return concat(file, ": saved, but its backup ", backup, " could not be deleted: delete it (",
+                  error.what(), ")");
+  }
+  return {};
 }
 
 std::string backupOf(const std::string& base) { return concat(base, backupExtension); }

@@ -47,9 +47,11 @@ LoadReport loadText(std::string_view content, model::Project& project,
 std::string fileText(const model::Project& project, const model::DocumentStamp& stamp);
 
 /// Writes base + ".GN7". The old file is kept as base + "._EN" until the new one is complete and
-/// (with flush) on the disk. Throws ports::FileError, whose text names both files.
-void save(ports::FileStore& files, const std::string& base, const model::Project& project,
-          const model::DocumentStamp& stamp, bool flush = true);
+/// (with flush) on the disk. Throws ports::FileError, whose text names both files. The answer is a
+/// remark when only the backup could not be deleted, otherwise empty.
+[[nodiscard]] std::string save(ports::FileStore& files, const std::string& base,
+                               const model::Project& project, const model::DocumentStamp& stamp,
+                               bool flush = true);
 
 /// The name under which a save keeps the old file.
 std::string backupOf(const std::string& base);

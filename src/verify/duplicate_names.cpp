@@ -92,7 +92,7 @@ std::vector<std::string> keywordLines(const std::vector<NameUse>& uses) {
   std::vector<std::string> lines;
   for (const NameUse& use : uses) {
     const std::string_view word = model::reservedWordFor(use.name);
-    if (!word.empty() && told.insert(word).second)
+    if (!word.empty() && told.insert(use.name).second)
       lines.push_back(concat("\"", use.name, "\" is used as ", word, "."));
   }
   return lines;

@@ -89,9 +89,8 @@ std::optional<Message> questionAboutSlowSequence(const model::Project& project) 
 }
 
 bool isIntervalDriven(const model::OutputTable& table) {
-  const bool atFilterRate =
-      model::isVoltFilterRate(table.OutInt) || model::isFftFilterRate(table.OutInt);
-  return table.TableOn && !table.SyncTable && !atFilterRate && model::triggerText(table, 0).empty();
+  return table.TableOn && !table.SyncTable && text::isNumber(table.OutInt) &&
+         model::triggerText(table, 0).empty();
 }
 
 std::vector<Message> complaintsAboutTableIntervals(const model::Project& project,

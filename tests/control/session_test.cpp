@@ -157,8 +157,9 @@ TEST_F(SessionTest, NeverLosesTheProjectWhateverStepOfASaveFails) {
     const bool failed = result == SaveResult::failed;
     if (failAt == 1) steps = 40;
     if (files.changes < failAt) break;  // every step has failed once
-    EXPECT_TRUE(failed || !messages.titles().empty());
-    EXPECT_EQ(messages.titles().back(), "TROUBLE");
+    // A backup, or a working copy, that can't be deleted is no failure of the save.
+    EXPECT_TRUE(messages.titles().back() == "TROUBLE" || !host.notes.empty());
+    EXPECT_EQ(session.changed(), failed);
     EXPECT_EQ(session.project().configuration.Operator, "Ada");
     // The old project, or the new one, is whole under the name or the backup name.
     model::Project found = KGEN_COMMON::newProject();
@@ -170,6 +171,37 @@ TEST_F(SessionTest, NeverLosesTheProjectWhateverStepOfASaveFails) {
     EXPECT_TRUE(host.events.back() != "download site.KP7" || !failed);
   }
   EXPECT_GT(steps, 1);
+}
+
+TEST_F(SessionTest, KnowsWhatASaveThatFailedLeavesToSave) {
+  store(projectOf(1));
+  Session session(ports());
+  ASSERT_TRUE(session.OpenFile(at("site.GN7")));
+  renameOperator(session, "Ada");
+  for (const char* taken : {"site.KP7", "copy.KP7"}) fs::create_directory(at(taken));
+  EXPECT_EQ(session.SaveDldFile(), SaveResult::failed);  // the project stands, the program not
+  EXPECT_TRUE(session.changed());
+  fs::remove(at("site.KP7"));
+  EXPECT_EQ(session.SaveDldFile(), SaveResult::saved);
+  EXPECT_FALSE(session.changed());
+  EXPECT_EQ(session.SaveAs(at("copy")), SaveResult::failed);
+  EXPECT_EQ(session.CurrentFileName(), at("copy.GN7"));
+  EXPECT_EQ(session.SaveAs(at("missing/copy")), SaveResult::failed);
+  EXPECT_EQ(session.CurrentFileName(), at("copy.GN7"));
+}
+
+TEST_F(SessionTest, AsksBeforeItReplacesAnotherProject) {
+  store(projectOf(1), "site.v2");
+  store(projectOf(2), "site");
+  const std::string other = files.read(at("site.GN7"));
+  for (const Answer answer : {Answer::no, Answer::yes}) {
+    answers = {{"REPLACE FILE", answer}};
+    Session session(ports());
+    ASSERT_TRUE(session.OpenFile(at("site.v2.GN7")));
+    session.SaveDldFile();
+    EXPECT_EQ(files.read(at("site.GN7")) == other, answer == Answer::no);
+    EXPECT_EQ(session.CurrentFileName(), at(answer == Answer::no ? "site.v2.GN7" : "site.GN7"));
+  }
 }
 
 TEST_F(SessionTest, OffersTheBackupOfASaveThatDidNotEnd) {
@@ -282,11 +314,15 @@ TEST_F(SessionTest, KeepsAWorkingCopyUntilTheProjectIsClosed) {
 
 TEST_F(SessionTest, TellsOnceThatTheWorkDirectoryCannotBeWritten) {
   files.write(at("work"), "a file where the folder should be", false);
+  store(projectOf(1));
   Session session(ports());
+  ASSERT_TRUE(session.OpenFile(at("site.GN7")));
   renameOperator(session, "Grace");
   renameOperator(session, "Ada");
   EXPECT_EQ(messages.titles(), Strings{"TROUBLE"});
-  EXPECT_EQ(session.project().configuration.Operator, "Ada");
+  EXPECT_EQ(session.SaveDldFile(), SaveResult::saved);
+  EXPECT_EQ(messages.titles(), (Strings{"TROUBLE", "FLOATING GROUND WARNING"}));
+  EXPECT_TRUE(fs::exists(at("site.KP7")));
 }
 
 TEST_F(SessionTest, UndoesAndRedoesWholeEdits) {
@@ -314,6 +350,8 @@ TEST_F(SessionTest, TakesMessagesOfTheHost) {
   session.StringToMessage("OPERATOR=Ada");
   session.StringToMessage("ID=K-17");
   session.StringToMessage("SING=loud");
+  session.StringToMessage("OPERATOR=Eve\r\n[SCAN SETUP]");
+  session.StringToMessage("ID=" + std::string(31, 'x'));
   EXPECT_EQ(session.project().configuration.Operator, "Ada");
   EXPECT_EQ(session.project().configuration.IDNumber, "K-17");
   EXPECT_TRUE(session.changed());
@@ -332,7 +370,8 @@ TEST_F(SessionTest, RunsThePreCompilerAndCleansUp) {
     State state;
     const char* box;
   } cases[] = {
-      {How::exited, "[Compile Results]\r\nCompiled OK\r\n", State::compiled, "Test compiled OK."},
+      {How::exited, "[Compile Results]\r\nCompiled OK\r\nSize 1234\r\n", State::compiled,
+       "Test compiled OK."},
       {How::exited, "[Compile Results]\nLine 7: no\nBATTERY: 30\n", State::faulty, "Line 7: no"},
       {How::exited, "", State::skipped,
        "Skipped pre-compile. The pre-compiler ended with code 0 and wrote no report."},

@@ -33,6 +33,10 @@ class FailingDisk final : public ports::FileStore {
     disk_.remove(path);
   }
   void createFolder(const std::string& path) override { disk_.createFolder(path); }
+  void replace(const std::string& path, std::string_view content, bool) override {
+    if (nextFails()) throw ports::FileError(path + ": disk full");
+    disk_.replace(path, content, false);
+  }
 
  private:
   bool nextFails() { return ++changes == failAt; }

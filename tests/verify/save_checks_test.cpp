@@ -286,6 +286,7 @@ TEST(CheckDuplicateNames, ListsKeywordsOnceAndCutsALongList) {
   EXPECT_EQ(verify::complaintAboutKeywords(project)->text,
             "The following key words were used:\r\n"
             "\"scan\" is used as Scan.\r\n"
+            "\"SCAN\" is used as Scan.\r\n"
             "\"qv40\" is used as QV40.\r\n"
             "THIS MUST BE CORRECTED BEFORE SAVING.");
   addBlock(project, BlockKind::voltage, 2, 24);
