@@ -82,13 +82,6 @@ void addBridge(ProgramText& out, BlockConstants& constants, const SourceBlock& b
       .comment("'Block", block.number, " gauge factor");
 }
 
-int pulseInputCode(const model::MeasurementBlock& pulse) {
-  if (text::equalsIgnoringCase(pulse.Meas, "LoLev")) return 1;
-  const bool isSwitch = text::equalsIgnoringCase(pulse.Meas, "Switch") ||
-                        text::equalsIgnoringCase(pulse.Meas, "SWTCH");
-  return isSwitch ? 2 : 0;
-}
-
 void addPulse(BlockConstants& constants, const SourceBlock& block) {
   constants.repetitions();
   constants.add("CONF", pulseInputCode(*block.block), " input configuration");

@@ -142,8 +142,8 @@ void emitMeasurement(ProgramText& out, const ProgramPlan& plan, const SourceBloc
 /// "- LoLev" and so on: pulse blocks name their input in the burst comments.
 std::string burstSuffix(const SourceBlock& block) {
   if (block.letter != 'P') return "";
-  if (text::equalsIgnoringCase(block.block->Meas, "LoLev")) return " - LoLev";
-  return text::equalsIgnoringCase(block.block->Meas, "HiLev") ? " - HiLev" : " - Switch";
+  static constexpr std::array<std::string_view, 3> suffixes = {" - HiLev", " - LoLev", " - Switch"};
+  return std::string(suffixes[static_cast<std::size_t>(pulseInputCode(*block.block))]);
 }
 
 void emitBurstBegin(ProgramText& out, const ProgramPlan& plan, std::string_view suffix) {
@@ -267,6 +267,14 @@ void emitFilterSlot(ProgramText& out, const ProgramPlan& plan, std::size_t slot)
   }
 }
 
+/// A triggered table at the rate of the filter disables what is measured after its record; that
+/// must not last into the tables of the scan.
+bool disablesMeasurements(const ProgramPlan& plan) {
+  return std::any_of(plan.tables.begin(), plan.tables.end(), [](const PlannedTable& table) {
+    return table.inSubscan && table.hasTriggerSub;
+  });
+}
+
 void emitSubscan(ProgramText& out, const ProgramPlan& plan, const PlannedSubscan& subscan) {
   const bool carriesTables = &subscan == &plan.subscans.front();
   out.code("      SubScan (", subscan.timing.intervalMicros, ",uSec,", subscan.timing.count, ")")
@@ -279,6 +287,7 @@ void emitSubscan(ProgramText& out, const ProgramPlan& plan, const PlannedSubscan
       if (table.inSubscan) emitTableCall(out, table);
   }
   out.append("      NextSubScan");
+  if (carriesTables && disablesMeasurements(plan)) out.append("      MeasDisable = 0");
 }
 
 }  // namespace

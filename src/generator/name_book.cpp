@@ -30,6 +30,13 @@ std::string NameBook::claim(std::string_view name, std::string_view where,
   return "";
 }
 
+std::string NameBook::freeName(const std::string& name) {
+  std::string candidate = name;
+  for (int n = 2; !taken_.insert(text::lower(candidate)).second; ++n)
+    candidate = concat(name, "_", n);
+  return candidate;
+}
+
 std::string NameBook::units(std::string_view text, std::string_view where) {
   if (isUnitsText(text)) return std::string(text);
   notes_.push_back(concat(where, ": the units \"", text,

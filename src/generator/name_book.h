@@ -19,6 +19,9 @@ class NameBook {
   /// The name itself, or "" with a note that says where it was and what the program uses instead.
   std::string claim(std::string_view name, std::string_view where, std::string_view instead);
 
+  /// A name that nobody has: the one given, or with a number behind it.
+  std::string freeName(const std::string& name);
+
   /// Units text as the program can carry it, or "" with a note.
   std::string units(std::string_view text, std::string_view where);
 

@@ -16,6 +16,7 @@ constexpr std::string_view familyLetters = "TVFBPHIAC";
 constexpr std::string_view zeroableLetters = "VFBHIA";
 constexpr std::string_view calibratedLetters = "VHBAIP";
 constexpr std::string_view burstLetters = "TVBHP";
+constexpr int firstHistogramCode = 5;
 constexpr int levelCrossingCode = 7;
 
 bool holds(std::string_view letters, char letter) {
@@ -113,6 +114,7 @@ class Planning {
     decideArrays(source, calibratedOnSite);
     source.crossing = levelCrossing(source);
     source.burst = isBurst(source);
+    noteEmptyHistograms(source);
   }
 
   [[nodiscard]] bool isShown(const SourceBlock& source) const {
@@ -158,15 +160,26 @@ class Planning {
     return crossing;
   }
 
-  /// A block has one set of levels: those of the lowest table that has any.
-  static void takeLevels(const SourceBlock& source, LevelCrossing& crossing) {
-    for (const model::TableProcessing& table : *source.processing) {
-      if (table.LevNumLevels <= 0) continue;
-      crossing.levels = table.LevelVarOne;
-      crossing.tests = table.LevelVarTwo;
-      crossing.secondVariable = table.LevelMeasName;
-      return;
-    }
+  /// A block has one set of levels: those of the lowest table that is on and stores a crossing, of
+  /// a table that does not when none of those has any.
+  void takeLevels(const SourceBlock& source, LevelCrossing& crossing) const {
+    const auto stores = [&](std::size_t t) {
+      return project().tables[t].TableOn &&
+             std::any_of(source.elements->begin(), source.elements->end(),
+                         [t](const model::Element& element) {
+                           return ((element.Table[t] >> levelCrossingCode) & 1U) != 0;
+                         });
+    };
+    for (const bool storing : {true, false})
+      for (std::size_t t = 0; t < model::maxTables; ++t) {
+        const model::TableProcessing& table = (*source.processing)[t];
+        const bool tests = table.LevNumTests > 0 || !table.LevelMeasName.empty();
+        if (stores(t) != storing || (table.LevNumLevels <= 0 && !(storing && tests))) continue;
+        crossing.levels = table.LevelVarOne;
+        crossing.tests = table.LevelVarTwo;
+        crossing.secondVariable = table.LevelMeasName;
+        return;
+      }
   }
 
   [[nodiscard]] bool isBurst(const SourceBlock& source) const {
@@ -202,15 +215,16 @@ class Planning {
     return false;
   }
 
-  /// Tables have the first choice of names: they are seen outside the program.
+  /// Tables have the first choice of names: they are seen outside the program. One without a
+  /// usable name gets one that is free.
   void nameTables() {
-    for (std::size_t t = 0; t < model::maxTables; ++t) {
-      const std::string fallback = concat("Table", t + 1);
-      const std::string& wanted = project().tables[t].TableName;
-      if (!project().tables[t].TableOn) continue;
-      const std::string name = names_.claim(wanted, concat("table ", t + 1), fallback);
-      tableNames_[t] = name.empty() ? fallback : name;
-    }
+    for (std::size_t t = 0; t < model::maxTables; ++t)
+      if (project().tables[t].TableOn)
+        tableNames_[t] = names_.claim(project().tables[t].TableName, concat("table ", t + 1),
+                                      concat("Table", t + 1));
+    for (std::size_t t = 0; t < model::maxTables; ++t)
+      if (project().tables[t].TableOn && tableNames_[t].empty())
+        tableNames_[t] = names_.freeName(concat("Table", t + 1));
   }
 
   void planTables() {
@@ -226,6 +240,24 @@ class Planning {
            .hasTriggerSub = hasActiveTrigger(table) || hasActiveWriteIf(table),
            .inSubscan = model::isVoltFilterRate(table.OutInt) && firstFilterHasSubscan()});
     }
+  }
+
+  /// Histograms that have no bins are not stored.
+  void noteEmptyHistograms(const SourceBlock& source) {
+    for (std::size_t t = 0; t < model::maxTables; ++t)
+      for (int code = firstHistogramCode; code <= levelCrossingCode && !source.fft; ++code) {
+        const model::TableProcessing& texts = (*source.processing)[t];
+        const auto selects = [&](const model::Element& e) {
+          return ((e.Table[t] >> code) & 1U) != 0;
+        };
+        if (!project().tables[t].TableOn ||
+            std::none_of(source.elements->begin(), source.elements->end(), selects) ||
+            KGEN_COMMON::ValuesPerOutput(true, code, texts.HistogramCode, texts.RainHistoCode,
+                                         texts.LevelCode) > 0)
+          continue;
+        plan_.notes.push_back(concat(source.values(), ": a histogram of table ", t + 1,
+                                     " has no bins and is left out; set its size"));
+      }
   }
 
   void planFields() {
@@ -274,11 +306,21 @@ class Planning {
     for (std::size_t n = 1; n <= project().excitation.channels.size(); ++n) {
       const model::ExcitationChannel& channel = project().excitation.channels[n - 1];
       if (!channel.Include) continue;
+      if (plan_.channels.caoOfBridges + static_cast<int>(n) > analogOutputs()) {
+        plan_.notes.push_back(concat("excitation channel ", n, ": the logger has only ",
+                                     analogOutputs(), " analog outputs, bridges take the first ",
+                                     plan_.channels.caoOfBridges, "; add a 7131 or leave it out"));
+        continue;
+      }
       const model::Place place = placeOfExcitation(project(), plan_.channels, n);
       const bool dynamic = channel.DynamicStatic == 1;
       plan_.excitations.push_back(
           {&channel, place, dynamic ? concat("Excite_", place.slot, "_", place.channel) : ""});
     }
+  }
+
+  [[nodiscard]] int analogOutputs() const {
+    return 4 * project().configuration.quantity(model::ModuleKindIndex::excitation7131);
   }
 
   ProgramPlan& plan_;

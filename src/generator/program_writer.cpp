@@ -1,10 +1,14 @@
 #include "generator/program_writer.h"
 
 #include "generator/emitters.h"
+#include "generator/repair.h"
 
 namespace SAVEDLD {
 
-Program generate(const model::Project& project, const model::DocumentStamp& stamp) {
+Program generate(const model::Project& given, const model::DocumentStamp& stamp) {
+  std::vector<std::string> notes;
+  const std::optional<model::Project> mended = generator::repaired(given, notes);
+  const model::Project& project = mended ? *mended : given;
   const generator::ProgramPlan plan(project, stamp);
   generator::ProgramText out;
   emitHeader(out, plan);
@@ -16,7 +20,8 @@ Program generate(const model::Project& project, const model::DocumentStamp& stam
   emitSubroutines(out, plan);
   emitProgramBody(out, plan);
   const int lines = out.lines();
-  return {out.take(), lines, plan.notes};
+  notes.insert(notes.end(), plan.notes.begin(), plan.notes.end());
+  return {out.take(), lines, std::move(notes)};
 }
 
 }  // namespace SAVEDLD

@@ -32,4 +32,11 @@ std::string SourceBlock::element(std::size_t element) const {
   return concat(declaredValues(), "(", element, ")");
 }
 
+int pulseInputCode(const model::MeasurementBlock& pulse) {
+  if (text::equalsIgnoringCase(pulse.Meas, "LoLev")) return 1;
+  const bool isSwitch = text::equalsIgnoringCase(pulse.Meas, "Switch") ||
+                        text::equalsIgnoringCase(pulse.Meas, "SWTCH");
+  return isSwitch ? 2 : 0;
+}
+
 }  // namespace generator

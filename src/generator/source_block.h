@@ -75,4 +75,7 @@ struct SourceBlock {
   [[nodiscard]] std::string element(std::size_t element) const;
 };
 
+/// What a pulse block counts: 0 high level, 1 low level, 2 switch.
+int pulseInputCode(const model::MeasurementBlock& pulse);
+
 }  // namespace generator

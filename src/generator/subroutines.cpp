@@ -136,8 +136,8 @@ void emitTriggerSub(ProgramText& out, const PlannedTable& table) {
   if (!table.hasTriggerSub) return;
   const model::OutputTable& settings = *table.table;
   out.line("Sub TriggerCall", table.name);
-  out.line("   bStartTrigger = (", orWord(triggerText(settings, 0), "True"), ")");
-  out.line("   bStopTrigger = (", orWord(triggerText(settings, 1), "False"), ")");
+  out.line("   bStartTrigger = (", orWord(triggerText(settings, 0, table.name), "True"), ")");
+  out.line("   bStopTrigger = (", orWord(triggerText(settings, 1, table.name), "False"), ")");
   out.line("   bWriteIfCall = (", orWord(writeIfText(settings), "True"), ")");
   out.append("End Sub");
 }

@@ -50,6 +50,20 @@ std::vector<double> parameters(std::string_view given, std::string_view defaults
   return numbers;
 }
 
+/// The numbers behind the two sizes of a parameter text, which may be joined by a comma or a word:
+/// "10,5,0" or "10 x 5,0". In place of the sizes stand two others.
+std::vector<double> parametersBehindSizes(std::string_view given, std::string_view defaults) {
+  std::size_t comma = 0;
+  const auto skipNumber = [&] {
+    comma = std::min(given.find_first_of("0123456789", comma), given.size());
+    comma = std::min(given.find_first_not_of("0123456789.", comma), given.size());
+  };
+  skipNumber();
+  skipNumber();
+  comma = std::min(given.find(',', comma), given.size());
+  return parameters(concat("0,0", given.substr(comma)), defaults);
+}
+
 std::string joined(std::initializer_list<double> numbers) {
   std::string out;
   for (const double number : numbers) out += concat(",", number);
@@ -135,7 +149,7 @@ class TableEmitter {
     const std::string sizeText = automatic ? ", size Auto" : concat(", size ", size());
     const std::string_view stop = settings().FillStop ? "1," : "0,";
     if (plan_.project.configuration.quantity(model::ModuleKindIndex::adaptor7151) == 0) {
-      out_.code("   CardOut(", stop, sizeArgument, ")").comment("'PC card", sizeText);
+      out_.code("   CardOut(", stop, sizeArgument, ")").comment("'PC card ", sizeText);
       return;
     }
     static constexpr std::array<std::string_view, 3> cards = {"Auto", "A", "B"};
@@ -304,16 +318,16 @@ class TableEmitter {
     const std::string source = elementName(names, output.element);
     if (output.code == histogram) {
       const auto p = parameters(names.bins, defaults.HistogramCode);
-      return concat(source, tail, joined({p[0], p[3], p[1], p[2]}));
+      return concat(source, tail, ",", output.valuesEach, joined({p[3], p[1], p[2]}));
     }
     if (output.code == rainFlow) {
       const auto sizes = KGEN_COMMON::dimensionsIn(names.rainflow);
-      const auto p = parameters(names.rainflow, defaults.RainHistoCode);
+      const auto p = parametersBehindSizes(names.rainflow, defaults.RainHistoCode);
       return concat(source, tail, ",", sizes.first, ",", sizes.second,
                     joined({p[2], p[3], p[4], p[5]}));
     }
     const auto sizes = KGEN_COMMON::dimensionsIn(names.level);
-    const auto p = parameters(names.level, defaults.LevelCode);
+    const auto p = parametersBehindSizes(names.level, defaults.LevelCode);
     return concat(names.block->crossingSource(output.element), "()", tail, ",", sizes.first, ",",
                   sizes.second, ",", names.array, "LC1(),", names.array, "LC2()",
                   joined({p[2], p[3]}));

@@ -40,10 +40,15 @@ std::string variableText(const Condition& condition) {
 
 std::string_view wordOf(bool flag) { return flag ? "True" : "False"; }
 
+/// A comment would take the rest of the program line with it.
+std::string_view withoutComment(std::string_view expression) {
+  return text::trimmed(expression.substr(0, expression.find('\'')));
+}
+
 /// The condition's text with its value written as given.
 std::string conditionWith(const Condition& condition, const std::string& value) {
   if (!isComplete(condition)) return {};
-  const std::string_view expression = text::trimmed(condition.Expression);
+  const std::string_view expression = withoutComment(condition.Expression);
   if (!expression.empty()) return std::string(expression);
   const std::string compared = concat(variableText(condition), operatorText(condition.Compare));
   const std::string_view other = text::trimmed(condition.Varb);
@@ -270,7 +275,7 @@ std::string_view operatorText(int code) {
 }
 
 bool isComplete(const Condition& condition) {
-  if (!text::trimmed(condition.Expression).empty()) return true;
+  if (!withoutComment(condition.Expression).empty()) return true;
   const bool known = condition.Compare >= 0 && condition.Compare <= differsCode;
   return known && !text::trimmed(condition.MeasVar).empty() && flagOf(condition) >= 0;
 }
@@ -280,12 +285,15 @@ std::string conditionText(const Condition& condition) {
 }
 
 std::string triggerText(const OutputTable& table, int trigger) {
+  return triggerText(table, trigger, table.TableName);
+}
+
+std::string triggerText(const OutputTable& table, int trigger, std::string_view name) {
   if (table.DisableTrigger) return {};
   std::string joined = joinedTrigger(table, trigger);
   if (joined.empty() || trigger != 0 || !table.SingleTrigger) return joined;
   const bool alternatives = text::containsIgnoringCase(joined, " Or ");
-  return concat(alternatives ? inParentheses(joined) : joined, " And ", table.TableName,
-                ".Record(1,0) < 1");
+  return concat(alternatives ? inParentheses(joined) : joined, " And ", name, ".Record(1,0) < 1");
 }
 
 std::string writeIfText(const OutputTable& table) {

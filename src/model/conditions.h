@@ -21,6 +21,8 @@ std::string conditionText(const Condition& condition);
 
 /// Start (0) or stop (1) expression of a table, conditions joined by their logic; "" without one.
 std::string triggerText(const OutputTable& table, int trigger);
+/// The same for a program in which the table has another name.
+std::string triggerText(const OutputTable& table, int trigger, std::string_view name);
 /// Write-if expression of a table, grouped as the table says; "" without one.
 std::string writeIfText(const OutputTable& table);
 /// The scan's burst trigger; "" when there is none.

@@ -35,6 +35,7 @@ void addOutputs(StoredGroup& group, const std::vector<std::uint8_t>& masks,
   for (int code = 0; code <= lastCode; ++code) {
     if (!selects(any, code)) continue;
     const std::size_t values = valuesOf(code, texts);
+    if (values == 0) continue;  // a histogram without bins
     if (wholeAllowed && code < firstHistogramCode && selects(all, code)) {
       group.outputs.push_back({code, 0, masks.size(), values});
       continue;
@@ -197,6 +198,7 @@ std::size_t totalValues(const StoredGroup& group) {
 
 std::vector<StoredGroup> storedGroups(const Project& project, const ChannelPlan& plan,
                                       std::size_t table) {
+  if (table < 1 || table > maxTables) return {};
   return Enumerator(project, plan, table).run();
 }
 
@@ -226,12 +228,14 @@ bool isReadGroup(const Project& project, const ChannelPlan& plan, std::size_t nu
 
 namespace KGEN_COMMON {
 
+constexpr std::int64_t largestDimension = 1000;
+
 Dimensions dimensionsIn(std::string_view text) {
   std::vector<std::size_t> found;
   for (std::size_t i = 0; i < text.size() && found.size() < 2; ++i) {
     if (!text::isDigit(text[i])) continue;
     const double number = text::readNumber(text.substr(i));
-    found.push_back(static_cast<std::size_t>(text::integerWithin(number, 0, 100000)));
+    found.push_back(static_cast<std::size_t>(text::integerWithin(number, 0, largestDimension)));
     while (i < text.size() && (text::isDigit(text[i]) || text[i] == '.')) ++i;
   }
   Dimensions dimensions;

@@ -75,7 +75,7 @@ void BytesPerRecord(const model::Project& project, std::size_t table, std::int32
 /// Values in one record of a table 1 to 8.
 std::size_t FieldsPerRecord(const model::Project& project, std::size_t table);
 
-/// The first two unsigned numbers found anywhere in a text; a missing one is 1.
+/// The first two unsigned numbers found anywhere in a text, at most 1000; a missing one is 1.
 struct Dimensions {
   std::size_t first = 1, second = 1;
 };

@@ -462,7 +462,7 @@ inline constexpr std::array canItemRows = {
     row<&model::CanItem::Enabled>("Enabled"),
     row<&model::CanItem::StartBit>("StartBit"),
     row<&model::CanItem::NumBits>("NumBits"),
-    row<&model::CanItem::NumVals>("NumVals", upTo(model::maxCanValues)),
+    row<&model::CanItem::NumVals>("NumVals", Limits{1, model::maxCanValues}),
     row<&model::CanItem::DataId>("DataId"),
     row<&model::CanItem::TxDataId>("TxDataId"),
     row<&model::CanItem::TxDataFrame>("TxDataFrame"),
