@@ -50,7 +50,8 @@ int count(void* user, const char*, const char*, const char*) {
 double microsOfLoad(const std::string& file) {
   const double begin = bench::nowMicros();
   model::Project project = KGEN_COMMON::newProject();
-  if (KGEN_GENFILE::loadInPlace(file, project).error) throw std::runtime_error("cannot load " + file);
+  if (KGEN_GENFILE::loadInPlace(file, project).error)
+    throw std::runtime_error("cannot load " + file);
   return bench::nowMicros() - begin;
 }
 

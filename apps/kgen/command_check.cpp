@@ -19,44 +19,32 @@ struct CheckOptions {
   std::string format = "text";
 };
 
-struct Verdict {
-  bool doNotSave = false;
-  bool needsUpgrade = false;
-};
+using verify::SaveVerdict;
 
-/// What the save command checks before it asks on its own.
-Verdict checked(model::Project& project, const verify::CheckContext& context) {
-  Verdict verdict;
-  KGEN_COMMON::VerifyBeforeSave(project, context, verdict.doNotSave, verdict.needsUpgrade);
-  if (!verdict.doNotSave && !verdict.needsUpgrade)
-    KGEN_COMMON::CheckFloatingGround(project, context);
-  return verdict;
-}
-
-void writeJson(const Verdict& verdict, const AnsweringMessages& messages) {
+void writeJson(const SaveVerdict& verdict, const AnsweringMessages& messages) {
   text::JsonWriter json(writeOut);
   json.openObject();
-  json.member("doNotSave", verdict.doNotSave);
-  json.member("needsUpgrade", verdict.needsUpgrade);
+  json.member("doNotSave", verdict.DoNotSave);
+  json.member("needsUpgrade", verdict.NeedsUpgrade);
   json.key("messages");
   messages.writeJson(json);
   json.closeObject();
   json.finish();
 }
 
-void writeText(const Verdict& verdict, const AnsweringMessages& messages) {
-  writeOut(text::concat(messages.listing(), "do not save: ", verdict.doNotSave ? "yes" : "no",
-                        ", needs upgrade: ", verdict.needsUpgrade ? "yes" : "no", "\n"));
+void writeText(const SaveVerdict& verdict, const AnsweringMessages& messages) {
+  writeOut(text::concat(messages.listing(), "do not save: ", verdict.DoNotSave ? "yes" : "no",
+                        ", needs upgrade: ", verdict.NeedsUpgrade ? "yes" : "no", "\n"));
 }
 
 int runCheck(const CheckOptions& options) {
   OpenedProject opened = openProject(options.file, {.dunmoreHost = isDunmore(options.host)});
   AnsweringMessages messages(options.answer);
   FaultLines faults;
-  const Verdict verdict = checked(opened.project, {messages, faults});
+  const SaveVerdict verdict = verify::checkedForSave(opened.project, {messages, faults});
   options.format == "json" ? writeJson(verdict, messages) : writeText(verdict, messages);
   if (faults.any()) return ownFault;
-  return verdict.doNotSave || verdict.needsUpgrade ? findings : done;
+  return verdict.DoNotSave || verdict.NeedsUpgrade ? findings : done;
 }
 
 }  // namespace

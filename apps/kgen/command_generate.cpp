@@ -88,10 +88,7 @@ std::vector<Document> documentsOf(const OpenedProject& opened, const GenerateOpt
 void check(OpenedProject& opened, const GenerateOptions& options) {
   AnsweringMessages messages(options.answer);
   FaultLines faults;
-  const verify::CheckContext context{messages, faults};
-  bool doNotSave = false, needsUpgrade = false;
-  KGEN_COMMON::VerifyBeforeSave(opened.project, context, doNotSave, needsUpgrade);
-  if (!doNotSave && !needsUpgrade) KGEN_COMMON::CheckFloatingGround(opened.project, context);
+  const bool doNotSave = verify::checkedForSave(opened.project, {messages, faults}).DoNotSave;
   if (!messages.messages().empty())
     complain(text::concat(shownName(opened.path), ": ", messages.listing()));
   if (doNotSave && !options.force)

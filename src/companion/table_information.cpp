@@ -176,8 +176,8 @@ class Writer {
     switch (group.source) {
       case StoredSource::block: {
         const model::MeasurementBlock& block = project_.block(group.kind, group.number);
-        return elementSources(tagOf(group), static_cast<std::size_t>(block.Reps), block.elements,
-                              block.Units);
+        return elementSources(arrayName(project_, group.kind, group.number),
+                              static_cast<std::size_t>(block.Reps), block.elements, block.Units);
       }
       case StoredSource::canItem: {
         const model::CanItem& item = project_.can.items[group.number - 1];
@@ -193,12 +193,6 @@ class Writer {
       default:
         return {variableSource(group)};
     }
-  }
-
-  static std::string tagOf(const model::StoredGroup& group) {
-    const char letter = model::infoOf(group.kind).letter;
-    if (letter == 'F') return concat(group.fft ? "FFBlk" : "FVBlk", group.number);
-    return concat(letter, "Blk", group.number);
   }
 
   static std::vector<FieldSource> elementSources(const std::string& tag, std::size_t count,

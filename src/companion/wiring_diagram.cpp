@@ -8,6 +8,7 @@
 
 #include "can/can_config.h"
 #include "companion/document_lines.h"
+#include "model/module_terminals.h"
 #include "text/strings.h"
 
 namespace MAKEWIRE {
@@ -18,16 +19,6 @@ using model::MeasurementBlock;
 using model::ModuleKindIndex;
 using model::Place;
 using text::concat;
-
-constexpr int pairsOf7121 = 14;
-constexpr int pairsOf7127 = 8;
-constexpr int inputsOf7128 = 6;
-constexpr int inputsOf7125 = 6;
-constexpr int excitationsOf7131 = 8;
-constexpr int analogOutputsOf7131 = 4;
-constexpr int controlLinesOf7131 = 8;
-constexpr int channelsOf7141 = 16;
-constexpr int inputsOfMultiplexer = 16;
 
 constexpr std::string_view floatingNote =
     "Floating differential sources need L connected to the adjacent ground terminal.";
@@ -69,20 +60,20 @@ Terminals terminalsOf(ModuleKindIndex kind) {
   Terminals terminals;
   switch (kind) {
     case ModuleKindIndex::analog7121:
-      return pairs(pairsOf7121);
+      return pairs(model::pairsOf7121);
     case ModuleKindIndex::highVoltage7127:
-      return pairs(pairsOf7127);
+      return pairs(model::pairsOf7127);
     case ModuleKindIndex::isolation7128:
-      return pairs(inputsOf7128);
+      return pairs(model::channelsOf7128);
     case ModuleKindIndex::filter7125:
-      return pairs(inputsOf7125, "EX");
+      return pairs(model::channelsOf7125, "EX");
     case ModuleKindIndex::excitation7131:
-      addNumbered(terminals, "EX", excitationsOf7131);
-      addNumbered(terminals, "CAO", analogOutputsOf7131);
-      addNumbered(terminals, "C", controlLinesOf7131);
+      addNumbered(terminals, "EX", model::excitationsOf7131);
+      addNumbered(terminals, "CAO", model::analogOutputsOf7131);
+      addNumbered(terminals, "C", model::controlLinesOf7131);
       break;
     case ModuleKindIndex::counter7141:
-      addNumbered(terminals, "D", channelsOf7141);
+      addNumbered(terminals, "D", model::channelsOf7141);
       break;
     default:
       break;
@@ -96,14 +87,8 @@ std::string singleEndedTerminal(int channel) {
 
 /// "EX3 slot 7": a channel of the excitation terminals, the analog outputs being 9 to 12.
 std::string excitationTerminal(int channel) {
-  const bool output = channel > excitationsOf7131;
-  return output ? concat("CAO", channel - excitationsOf7131) : concat("EX", channel);
-}
-
-std::string blockTag(const model::Project& project, BlockKind kind, std::size_t number) {
-  const char letter = model::infoOf(kind).letter;
-  if (kind == BlockKind::filter) return concat(isFft(project, number) ? "FFBlk" : "FVBlk", number);
-  return concat(letter, "Blk", number);
+  const bool output = channel > model::excitationsOf7131;
+  return output ? concat("CAO", channel - model::excitationsOf7131) : concat("EX", channel);
 }
 
 std::string rangeText(std::size_t first, std::size_t last) {
@@ -210,7 +195,7 @@ class Builder {
   void connectBlock(BlockKind kind, std::size_t number) {
     if (kind == BlockKind::tcmux) return addMultiplexers(number);
     const auto channels = static_cast<std::size_t>(block(kind, number).Reps);
-    const std::string tag = blockTag(project_, kind, number);
+    const std::string tag = arrayName(project_, kind, number);
     for (std::size_t e = 1; e <= channels; ++e)
       connectElement(kind, number, e,
                      signalOf(tag, block(kind, number).elements, block(kind, number).Units, e));
@@ -248,29 +233,18 @@ class Builder {
     if (code == 0) return;
     connect(ModuleKindIndex::filter7125, place.slot, concat("EX", place.channel),
             concat("Excite ", levels[code]),
-            {blockTag(project_, BlockKind::filter, number), "", ""});
-  }
-
-  /// The excitation channel that feeds an element of a bridge block.
-  [[nodiscard]] Place excitationOf(std::size_t number, std::size_t element) const {
-    const MeasurementBlock& bridge = block(BlockKind::bridge, number);
-    const Place first = plan_.of(BlockKind::bridge, number).excitation;
-    const int lines = bridge.CheckCAO ? analogOutputsOf7131 : excitationsOf7131;
-    const int offset = bridge.CheckCAO ? excitationsOf7131 : 0;
-    const int index = first.channel - offset - 1 +
-                      (static_cast<int>(element) - 1) / std::max<int>(bridge.ExciteReps, 1);
-    return {first.slot + index / lines, offset + index % lines + 1};
+            {arrayName(project_, BlockKind::filter, number), "", ""});
   }
 
   void connectBridge(std::size_t number, std::size_t element, Place place, const Signal& signal) {
     const MeasurementBlock& bridge = block(BlockKind::bridge, number);
-    const Place excitation = excitationOf(number, element);
+    const Place excitation = placeOfBridgeExcitation(project_, plan_, number, element);
     const std::string remark =
         concat(" ", excitationTerminal(excitation.channel), " slot ", excitation.slot);
     const std::string_view instruction = model::bridgeInstruction(bridge.Style);
-    const bool singleEnded = instruction == "BrHalf" || instruction == "BrHalf3W";
-    const int channels = hasTwoRanges(bridge) || instruction == "BrHalf3W" ? 2 : 1;
-    const int perModule = singleEnded ? 2 * pairsOf7121 : pairsOf7121;
+    const bool singleEnded = isSingleEndedBridge(bridge);
+    const int channels = channelsOfBridge(bridge);
+    const int perModule = singleEnded ? 2 * model::pairsOf7121 : model::pairsOf7121;
     for (int k = 0; k < channels; ++k) {
       const int index = place.channel - 1 + k;
       const Place at{place.slot + index / perModule, index % perModule + 1};
@@ -300,7 +274,7 @@ class Builder {
     const auto each = static_cast<std::size_t>(std::max<int>(bridge.ExciteReps, 1));
     for (std::size_t first = 1; first <= channels; first += each) {
       const std::string fed = rangeText(first, std::min(first + each - 1, channels));
-      const Place place = excitationOf(number, first);
+      const Place place = placeOfBridgeExcitation(project_, plan_, number, first);
       connect(ModuleKindIndex::excitation7131, place.slot, excitationTerminal(place.channel),
               concat("Excite (", fed, ") ", bridge.Excite, " mV"), {tag, "", ""});
     }
@@ -320,7 +294,7 @@ class Builder {
   /// Ends of the multiplexer's own wires, and its inputs.
   void addMultiplexer(std::size_t number, const model::MultiplexerPlace& place) {
     WiringDevice device{concat("TCMUX ", place.number), {}};
-    const std::string tag = blockTag(project_, BlockKind::tcmux, number);
+    const std::string tag = arrayName(project_, BlockKind::tcmux, number);
     const auto wire = [&](std::string terminal, int slot, const std::string& end) {
       device.rows.push_back({0, std::move(terminal), concat("Slot ", slot, " ", end), tag, "", ""});
     };
@@ -343,7 +317,7 @@ class Builder {
   void addInputs(WiringDevice& device, std::size_t number, const std::string& tag,
                  const model::MultiplexerPlace& place) const {
     const MeasurementBlock& inputs = block(BlockKind::tcmux, number);
-    for (int n = 1; n <= inputsOfMultiplexer; ++n) {
+    for (int n = 1; n <= model::channelsOfMultiplexer; ++n) {
       WiringRow row{.terminal = concat("IN", n)};
       const std::size_t element = place.firstElement + static_cast<std::size_t>(n) - 1;
       if (element <= static_cast<std::size_t>(inputs.Reps)) {
@@ -358,7 +332,7 @@ class Builder {
   }
 
   void connectMultiplexer(std::size_t number, const model::MultiplexerPlace& place) {
-    const Signal signal{blockTag(project_, BlockKind::tcmux, number), "", ""};
+    const Signal signal{arrayName(project_, BlockKind::tcmux, number), "", ""};
     const std::string name = concat(" TCMUX ", place.number);
     connectPair(ModuleKindIndex::analog7121, place.common, "Diff ", name + " COM", signal);
     if (!measuresVolts(number))

@@ -99,14 +99,10 @@ bool Session::mayReplace(const std::string& path) {
 /// Runs the checks and asks what they leave to the user. What the checks may change in the
 /// project, with the user's consent, is an edit.
 bool Session::mayBeSaved(Delivery& delivery) {
-  bool doNotSave = false, needsUpgrade = false;
   model::Project checked = project_;
-  KGEN_COMMON::VerifyBeforeSave(checked, checks(), doNotSave, needsUpgrade);
+  const auto [doNotSave, needsUpgrade] = verify::checkedForSave(checked, checks());
   edit(checked, "zero and calibration settings");
-  if (!doNotSave && !needsUpgrade) {
-    KGEN_COMMON::CheckFloatingGround(project_, checks());
-    return true;
-  }
+  if (!doNotSave && !needsUpgrade) return true;
   const bool sending = delivery == Delivery::send;
   const ports::Message question =
       doNotSave ? verify::questionSaveAnyway({isDunmore(), needsUpgrade, sending})

@@ -189,17 +189,11 @@ class Summary {
     return times_.blocks[static_cast<std::size_t>(kind)][number - 1];
   }
 
-  [[nodiscard]] std::string nameOf(BlockKind kind, std::size_t number) const {
-    const char letter = model::infoOf(kind).letter;
-    if (kind != BlockKind::filter) return concat(letter, "Blk", number);
-    return concat(isFft(project_, number) ? "FFBlk" : "FVBlk", number);
-  }
-
   /// A block's line up to its range.
   Line blockLine(const Header& header, BlockKind kind, std::size_t number) const {
     const MeasurementBlock& block = project_.block(kind, number);
     Line line;
-    line.at(1, nameOf(kind, number)).at(header.of("Reps"), concat(block.Reps));
+    line.at(1, arrayName(project_, kind, number)).at(header.of("Reps"), concat(block.Reps));
     const std::size_t range = header.of("Rng");
     if (range != std::string::npos) line.before(range + 4, shortRange(block.Range));
     return line;

@@ -55,19 +55,11 @@ std::string bridgeRange(const SourceBlock& block) {
   return hasTwoRanges(*block.block) ? concat(range, "_1,", range, "_2") : range;
 }
 
-/// The excitation channel that feeds one channel of a bridge block.
-model::Place excitationOf(const SourceBlock& block, std::size_t element) {
-  const int perChannel = std::max<int>(block.block->ExciteReps, 1);
-  const int step = element == 0 ? 0 : (static_cast<int>(element) - 1) / perChannel;
-  const int lines = block.block->CheckCAO ? 4 : 8;
-  const int base = block.block->CheckCAO ? 8 : 0;
-  const int index = block.place.excitation.channel - base - 1 + step;
-  return {block.place.excitation.slot + index / lines, base + index % lines + 1};
-}
-
-std::string bridge(const SourceBlock& block, const Target& target) {
+std::string bridge(const ProgramPlan& plan, const SourceBlock& block, const Target& target) {
   const model::MeasurementBlock& settings = *block.block;
-  const model::Place excitation = excitationOf(block, target.element);
+  const std::size_t element = std::max<std::size_t>(target.element, 1);
+  const model::Place excitation =
+      placeOfBridgeExcitation(plan.project, plan.channels, block.number, element);
   return concat(model::bridgeInstruction(settings.Style), "(", target.destination, ",",
                 target.repetitions, ",", bridgeRange(block), ",", target.place.slot, ",",
                 target.place.channel, ",", excitation.slot, ",", excitation.channel, ",",
@@ -110,7 +102,7 @@ std::string measured(const ProgramPlan& plan, const SourceBlock& block, const Ta
     case 'T':
       return thermocouple(plan, block, target);
     case 'B':
-      return bridge(block, target);
+      return bridge(plan, block, target);
     case 'P':
       return pulse(block, target);
     default:

@@ -2,21 +2,13 @@
 
 #include <algorithm>
 
+#include "model/module_terminals.h"
 #include "text/strings.h"
 
 namespace model {
 namespace {
 
 constexpr int firstUserSlot = 4;
-constexpr int channelsOf7121 = 28;  // single-ended; half as many differential
-constexpr int channelsOf7127 = 16;
-constexpr int channelsOf7128 = 6;
-constexpr int channelsOf7125 = 6;
-constexpr int channelsOf7141 = 16;
-constexpr int excitationsOf7131 = 8;
-constexpr int analogOutputsOf7131 = 4;
-constexpr int controlLinesOf7131 = 8;
-constexpr int channelsOfMultiplexer = 16;
 constexpr int multiplexersOfGroup = 7;
 
 int divisionUp(int value, int divisor) { return (value + divisor - 1) / divisor; }
@@ -70,10 +62,8 @@ ChannelWidth widthOf(BlockKind kind, const MeasurementBlock& block) {
     const bool differential = isDifferential(block);
     return {differential, differential ? 2 : 1};
   }
-  const std::string_view name = bridgeInstruction(block.Style);
-  if (name == "BrHalf") return {false, 1};
-  if (name == "BrHalf3W") return {false, 2};
-  return {true, hasTwoRanges(block) ? 4 : 2};
+  const bool differential = !isSingleEndedBridge(block);
+  return {differential, channelsOfBridge(block) * (differential ? 2 : 1)};
 }
 
 class Planner {
@@ -424,6 +414,17 @@ Place placeOfExcitation(const Project& project, const ChannelPlan& plan, std::si
   return {firstSlot(project.configuration, ModuleKindIndex::excitation7131) +
               index / analogOutputsOf7131,
           index % analogOutputsOf7131 + 1};
+}
+
+Place placeOfBridgeExcitation(const Project& project, const ChannelPlan& plan, std::size_t number,
+                              std::size_t element) {
+  const MeasurementBlock& bridge = project.block(BlockKind::bridge, number);
+  const Place first = plan.of(BlockKind::bridge, number).excitation;
+  const int lines = bridge.CheckCAO ? analogOutputsOf7131 : excitationsOf7131;
+  const int base = bridge.CheckCAO ? excitationsOf7131 : 0;
+  const int step = (static_cast<int>(element) - 1) / std::max<int>(bridge.ExciteReps, 1);
+  const int index = first.channel - base - 1 + step;
+  return {first.slot + index / lines, base + index % lines + 1};
 }
 
 }  // namespace model

@@ -92,6 +92,11 @@ int moduleInSlot(const LoggerConfiguration& configuration, int slot);
 Place placeOfElement(const Project& project, const ChannelPlan& plan, BlockKind kind,
                      std::size_t number, std::size_t element);
 
+/// The excitation channel that feeds an element (from 1) of a bridge block: switched 1 to 8, or 8 +
+/// analog output.
+Place placeOfBridgeExcitation(const Project& project, const ChannelPlan& plan, std::size_t number,
+                              std::size_t element);
+
 /// Analog output of an excitation-window channel (from 1).
 Place placeOfExcitation(const Project& project, const ChannelPlan& plan, std::size_t channel);
 

@@ -160,6 +160,15 @@ bool isStrain(const MeasurementBlock& bridge) { return bridge.Style >= 5; }
 
 bool hasTwoRanges(const MeasurementBlock& bridge) { return bridge.Style == 1 || bridge.Style == 4; }
 
+bool isSingleEndedBridge(const MeasurementBlock& bridge) {
+  const std::string_view name = bridgeInstruction(bridge.Style);
+  return name == "BrHalf" || name == "BrHalf3W";
+}
+
+int channelsOfBridge(const MeasurementBlock& bridge) {
+  return hasTwoRanges(bridge) || bridgeInstruction(bridge.Style) == "BrHalf3W" ? 2 : 1;
+}
+
 std::string_view bridgeInstruction(std::int16_t style) {
   static constexpr std::array<std::string_view, 5> names = {"BrFull", "BrFull6W", "BrHalf",
                                                             "BrHalf3W", "BrHalf4W"};

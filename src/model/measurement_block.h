@@ -170,6 +170,11 @@ bool isStrain(const MeasurementBlock& bridge);
 /// Two ranges are passed by the six-wire full bridge and the four-wire half bridge.
 bool hasTwoRanges(const MeasurementBlock& bridge);
 
+/// Half bridges with two and three wires are measured single-ended.
+bool isSingleEndedBridge(const MeasurementBlock& bridge);
+/// Channels of its module that one bridge takes: 1 or 2.
+int channelsOfBridge(const MeasurementBlock& bridge);
+
 /// "BrFull" and so on for a bridge configuration code; strain codes measure with "BrFull".
 std::string_view bridgeInstruction(std::int16_t style);
 

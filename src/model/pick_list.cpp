@@ -44,10 +44,7 @@ class VariableList {
       for (std::size_t n = 1; n <= infoOf(kind).blockLimit; ++n) {
         const bool spectra = kind == BlockKind::filter && isFft(project_, n);
         if (!inUse(project_, kind, n) || spectra) continue;
-        const std::string_view prefix = kind == BlockKind::filter ? "FV" : "";
-        const std::string letter =
-            kind == BlockKind::filter ? "" : std::string(1, infoOf(kind).letter);
-        addElements(project_.block(kind, n).elements, concat(prefix, letter, "Blk", n));
+        addElements(project_.block(kind, n).elements, arrayName(project_, kind, n));
       }
   }
 

@@ -92,6 +92,12 @@ bool isFft(const Project& project, std::size_t filterBlock) {
   return slot > 0 && project.filterSlots[slot - 1].FFTModule;
 }
 
+std::string arrayName(const Project& project, BlockKind kind, std::size_t number) {
+  if (kind == BlockKind::filter)
+    return text::concat(isFft(project, number) ? "FFBlk" : "FVBlk", number);
+  return text::concat(infoOf(kind).letter, "Blk", number);
+}
+
 bool hasCanInterface(const Project& project) {
   return project.configuration.CanBusQty > 0 || project.can.CanBusEnabled;
 }

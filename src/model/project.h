@@ -72,6 +72,9 @@ bool inUse(const Project& project, BlockKind kind, std::size_t number);
 std::size_t filterSlotOf(const Project& project, std::size_t number);
 bool isFft(const Project& project, std::size_t filterBlock);
 
+/// The variable that holds a block's values in the program: "TBlk1", "FVBlk2", "FFBlk3".
+std::string arrayName(const Project& project, BlockKind kind, std::size_t number);
+
 /// The logger has a CAN interface; without one the CAN items are kept but not in use.
 bool hasCanInterface(const Project& project);
 /// Enabled items of a logger with CAN interface; transmit items need the 7104 CPU.

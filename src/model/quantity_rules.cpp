@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "model/channel_plan.h"
+#include "model/module_terminals.h"
 #include "text/strings.h"
 
 namespace model {
@@ -34,10 +35,6 @@ int divisionUp(int value, int divisor) { return (value + divisor - 1) / divisor;
 
 // ---- channels
 
-constexpr int differentialsOf7121 = 14;
-constexpr int linesOf7131 = 8;  // switched excitations, and as many control lines
-constexpr int analogOutputsOf7131 = 4;
-
 /// Seven multiplexers share a clock line and an excitation.
 int multiplexerGroups(int multiplexers) { return (multiplexers + 6) / 7; }
 int controlLinesOf(int multiplexers) { return multiplexers + multiplexerGroups(multiplexers); }
@@ -54,15 +51,15 @@ int excitationGroups(const Project& project) {
 
 int excitationModulesNeeded(const Project& project, const ChannelPlan& plan) {
   const int own = excitationGroups(project);
-  const int control = linesOf7131 * own - plan.free.control;
+  const int control = controlLinesOf7131 * own - plan.free.control;
   int outputs = 0;
   int groups = 0;
   for (std::size_t n = 0; n < project.excitation.channels.size(); ++n)
     if (project.excitation.channels[n].Include) outputs = static_cast<int>(n) + 1;
   for (std::size_t p = 0; p < project.ports.groups.size() && static_cast<int>(p) < own; ++p)
     if (hasIncludedPort(project.ports.groups[p])) groups = static_cast<int>(p) + 1;
-  return std::max({divisionUp(plan.totals.TotExcitChans, linesOf7131),
-                   divisionUp(control, linesOf7131),
+  return std::max({divisionUp(plan.totals.TotExcitChans, excitationsOf7131),
+                   divisionUp(control, controlLinesOf7131),
                    divisionUp(plan.caoOfBridges + outputs, analogOutputsOf7131), groups});
 }
 
@@ -286,7 +283,7 @@ int modulesNeeded(const Project& project, ModuleKindIndex kind) {
   const ChannelPlan plan = channelPlan(project);
   switch (kind) {
     case ModuleKindIndex::analog7121:
-      return divisionUp(plan.totals.TotAnalogChans, differentialsOf7121);
+      return divisionUp(plan.totals.TotAnalogChans, pairsOf7121);
     case ModuleKindIndex::excitation7131:
       return excitationModulesNeeded(project, plan);
     case ModuleKindIndex::counter7141:

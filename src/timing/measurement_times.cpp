@@ -45,9 +45,8 @@ double analogMicros(const MeasurementBlock& block) {
 
 /// Half bridges with two and three wires are measured single-ended: nothing to reverse.
 double bridgeMicros(const MeasurementBlock& bridge) {
-  const std::string_view name = model::bridgeInstruction(bridge.Style);
-  const bool singleEnded = name == "BrHalf" || name == "BrHalf3W";
-  const bool twice = name == "BrFull6W" || name == "BrHalf3W" || name == "BrHalf4W";
+  const bool singleEnded = isSingleEndedBridge(bridge);
+  const bool twice = channelsOfBridge(bridge) == 2;
   return settledMicros(bridge) * factor(!singleEnded && (bridge.ReverseMes || bridge.RevOutput)) *
              factor(bridge.RevExcite) * factor(twice) +
          (bridge.OpenSensDetect ? openSensorMicros : 0);

@@ -86,6 +86,14 @@ Message questionUpgrade() {
           .defaultButton = Answer::no};
 }
 
+SaveVerdict checkedForSave(model::Project& project, const CheckContext& context) {
+  SaveVerdict verdict;
+  KGEN_COMMON::VerifyBeforeSave(project, context, verdict.DoNotSave, verdict.NeedsUpgrade);
+  if (!verdict.DoNotSave && !verdict.NeedsUpgrade)
+    KGEN_COMMON::CheckFloatingGround(project, context);
+  return verdict;
+}
+
 }  // namespace verify
 
 namespace KGEN_COMMON {

@@ -10,6 +10,14 @@ namespace verify {
 /// Differential measurements, whose signals float unless they are wired to ground.
 std::optional<ports::Message> warningAboutFloatingGround(const model::Project& project);
 
+struct SaveVerdict {
+  bool DoNotSave = false;
+  bool NeedsUpgrade = false;
+};
+/// What the save command runs before it asks on its own: all checks, and the floating ground
+/// warning when they found nothing.
+SaveVerdict checkedForSave(model::Project& project, const CheckContext& context);
+
 /// What the save command knows when checks found a problem that the user did not accept.
 struct SaveQuestion {
   bool dunmoreHost = false;
