@@ -12,7 +12,8 @@ namespace kgen {
 
 void writeOut(std::string_view text) {
   if (!platform::writeAll(STDOUT_FILENO, text))
-    throw Failure(outputUnwritable, platform::refusal("standard output", "cannot be written", errno));
+    throw Failure(outputUnwritable,
+                  platform::refusal("standard output", "cannot be written", errno));
 }
 
 void say(std::string_view line) { platform::writeAll(STDERR_FILENO, text::concat(line, "\n")); }
