@@ -5,7 +5,6 @@ namespace generator {
 namespace {
 
 using model::PowerOption;
-using text::concat;
 
 constexpr double slowScanMicros = 30e6;
 

@@ -3,8 +3,6 @@
 namespace generator {
 namespace {
 
-using text::concat;
-
 std::string_view bufferPlace(const model::ScanSetup& scan) {
   if (scan.ScanMode != 1) return ", non-burst";
   switch (scan.PamBuffer) {

@@ -38,6 +38,7 @@ class Start {
   /// 0, or the error.
   int run(std::vector<std::string> words, pid_t& child) {
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words) pointers.push_back(word.data());
     pointers.push_back(nullptr);
     return ::posix_spawn(&child, pointers[0], &files_, &attributes_, pointers.data(), environ);

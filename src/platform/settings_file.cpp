@@ -73,7 +73,7 @@ std::string machinePath() {
   if (folders.empty()) folders = "/etc/xdg";
   for (std::string_view rest = folders; !rest.empty();) {
     const std::size_t end = std::min(rest.find(':'), rest.size());
-    const std::string path = concat(rest.substr(0, end), "/kgen/machine.ini");
+    std::string path = concat(rest.substr(0, end), "/kgen/machine.ini");
     if (DiskFiles().exists(path)) return path;
     rest.remove_prefix(std::min(end + 1, rest.size()));
   }

@@ -15,8 +15,8 @@ namespace {
 namespace fs = std::filesystem;
 using text::concat;
 
-constexpr std::size_t pieceSize = 32 * 1024;  // stays in the nearest caches
-constexpr std::size_t restSize = 68 * 1024;   // more than the longest line that the reader takes
+constexpr std::size_t pieceSize = 32UL * 1024;  // stays in the nearest caches
+constexpr std::size_t restSize = 68UL * 1024;   // more than the longest line that the reader takes
 
 struct CloseFile {
   void operator()(std::FILE* file) const {

@@ -99,7 +99,7 @@ class SectionWriter {
 
 /// Growing the text costs more than writing it, so that its size is guessed first.
 std::size_t likelySize(const model::Project& project) {
-  constexpr std::size_t bytesPerElement = 280, bytesPerBlock = 3000, others = 32 * 1024;
+  constexpr std::size_t bytesPerElement = 280, bytesPerBlock = 3000, others = 32UL * 1024;
   std::size_t size = others;
   for (const BlockKind kind : model::allBlockKinds)
     for (std::size_t b = 1; b <= model::blockCount(project, kind); ++b)
