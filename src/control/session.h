@@ -112,6 +112,8 @@ class Session {
 
   // More ways around a project.
   void NewProject();
+  /// The open button: asks for the file.
+  bool ChooseAndOpen();
   SaveResult SaveAs(std::string_view path);
   /// The quit button: false when the project stays open.
   bool Quit();

@@ -66,6 +66,12 @@ bool Session::OpenFile(std::string_view path) {
   return opened;
 }
 
+bool Session::ChooseAndOpen() {
+  const auto path = ports_.host.choosePath(
+      {"OPEN GENERATOR FILE", "(Generator Files)|*.GN7;*.GEN|(All Files)|*.*", false, GenFilePath});
+  return path && OpenFile(*path);
+}
+
 bool Session::openExisting(const std::string& path) {
   const bool there = ports_.files.exists(path);
   if (offerBackup(path)) return true;

@@ -232,7 +232,8 @@ TEST_F(SessionTest, OpensWithDefaultsSoThatNothingOfTheLastProjectStays) {
   store(projectOf(2), "full");
   files.write(at("bare.GN7"), "[GN7 VERSION]\r\nVersion=6.0\r\n\r\n", false);
   EXPECT_TRUE(session.OpenFile(at("full.GN7")));
-  EXPECT_TRUE(session.OpenFile(at("bare.GN7")));
+  host.chosenPath = at("bare.GN7");
+  EXPECT_TRUE(session.ChooseAndOpen());
   model::Project bare = KGEN_COMMON::newProject();
   EXPECT_EQ(session.project(), bare);
   EXPECT_FALSE(session.OpenFile(at("missing.GN7")));
@@ -241,7 +242,8 @@ TEST_F(SessionTest, OpensWithDefaultsSoThatNothingOfTheLastProjectStays) {
             concat("The requested program generator file: \r\n", at("missing.GN7"),
                    "\r\ncould not be located on this computer."));
   EXPECT_EQ(session.CurrentFileName(), at("bare.GN7"));
-  EXPECT_EQ(host.events, (Strings{"opened full.GN7", "opened bare.GN7"}));
+  EXPECT_EQ(host.events,
+            (Strings{"opened full.GN7", "choose OPEN GENERATOR FILE", "opened bare.GN7"}));
 }
 
 TEST_F(SessionTest, ForcesTheModelForTheDunmoreHostAndHandsItsProgramOver) {
