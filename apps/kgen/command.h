@@ -32,6 +32,8 @@ Action prepareSummary(Parser& parser);
 Action prepareConvert(Parser& parser);
 Action prepareCheck(Parser& parser);
 Action prepareGenerate(Parser& parser);
+Action prepareCompile(Parser& parser);
+Action prepareExplain(Parser& parser);
 Action preparePlan(Parser& parser);
 Action prepareCalc(Parser& parser);
 Action prepareCan(Parser& parser);

@@ -22,6 +22,8 @@ constexpr Command commandTable[] = {
     {"convert", "Load a project and write it in the current layout", prepareConvert},
     {"check", "Check a project as before it is saved", prepareCheck},
     {"generate", "Write the logger program and its table information", prepareGenerate},
+    {"compile", "Check logger programs as the logger's compiler does", prepareCompile},
+    {"explain", "Explain a finding of compile", prepareExplain},
     {"plan", "Plan the filter of an isolated block, as JSON", preparePlan},
     {"calc", "Scaling calculators", prepareCalc},
     {"can", "Work out CAN identifiers and bit timing", prepareCan},

@@ -35,6 +35,10 @@ void Parser::argument(const std::string& name, const Words& choices, const std::
       ->type_name(joined(choices, '|'));
 }
 
+void Parser::arguments(const std::string& name, const std::string& help, Words& values) {
+  app_.add_option(name, values, help)->required()->type_name("");
+}
+
 void Parser::option(const std::string& names, const std::string& valueName, const std::string& help,
                     std::string& value) {
   app_.add_option(names, value, help)->type_name(valueName);

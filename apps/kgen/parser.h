@@ -23,6 +23,8 @@ class Parser {
   void argument(const std::string& name, const std::string& help, std::string& value);
   void argument(const std::string& name, const Words& choices, const std::string& help,
                 std::string& value);
+  /// One or more.
+  void arguments(const std::string& name, const std::string& help, Words& values);
 
   /// Options: their names ("-o,--output"), what stands for the value in the help, the help.
   void option(const std::string& names, const std::string& valueName, const std::string& help,

@@ -7,32 +7,12 @@
 namespace apps_test {
 namespace {
 
-const std::vector<std::string> commands = {"",
-                                           "new",
-                                           "show",
-                                           "summary",
-                                           "convert",
-                                           "check",
-                                           "generate",
-                                           "channels",
-                                           "channels export",
-                                           "plan",
-                                           "calc",
-                                           "calc multoff",
-                                           "calc pot",
-                                           "calc mvperv",
-                                           "calc rs",
-                                           "calc rpm",
-                                           "calc flow",
-                                           "calc speed",
-                                           "calc morespeed",
-                                           "can",
-                                           "channels import",
-                                           "completion",
-                                           "man",
-                                           "can id",
-                                           "can baud",
-                                           "can j1939"};
+const std::vector<std::string> commands = {
+    "",          "new",          "show",           "summary",     "convert",         "check",
+    "generate",  "compile",      "explain",        "channels",    "channels export", "plan",
+    "calc",      "calc multoff", "calc pot",       "calc mvperv", "calc rs",         "calc rpm",
+    "calc flow", "calc speed",   "calc morespeed", "can",         "channels import", "completion",
+    "man",       "can id",       "can baud",       "can j1939"};
 
 void addLongOptions(const std::string& text, std::set<std::string>& words) {
   for (std::size_t at = text.find("--"); at != std::string::npos; at = text.find("--", at + 2))
