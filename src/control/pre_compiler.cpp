@@ -131,7 +131,9 @@ std::string findPreCompiler(const Settings& settings, const ports::MachineRegist
                             const ports::FileStore& files) {
   if (!settings.LogCompPath.empty()) return fileLike(settings.LogCompPath, files);
   const auto folder = machine.read(R"(SOFTWARE\Tervane)", "Compilers");
-  return folder ? fileLike(concat(*folder, "/k7comp.exe"), files) : std::string();
+  if (folder && !folder->empty()) return fileLike(concat(*folder, "/k7comp.exe"), files);
+  const std::string ours = concat(machine.programFolder(), "/k7comp");
+  return files.exists(ours) ? ours : std::string();
 }
 
 std::string searchPreCompiler(ports::MessageService& messages, ports::Host& host) {

@@ -47,8 +47,9 @@ class PreCompiler {
   std::string folder_;
 };
 
-/// Where the pre-compiler is: as the user says, else where the machine keeps compilers; the case
-/// of its file name does not matter. Empty when it is not there.
+/// Where the pre-compiler is: as the user says, else where the machine keeps compilers, else the
+/// one installed with the program; the case of its file name does not matter. Empty when it is not
+/// there.
 std::string findPreCompiler(const Settings& settings, const ports::MachineRegistry& machine,
                             const ports::FileStore& files);
 

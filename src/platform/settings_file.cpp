@@ -126,6 +126,11 @@ std::optional<std::string> MachineFile::read(std::string_view key, std::string_v
   return valueIn(sections_, key, value);
 }
 
+std::string MachineFile::programFolder() const {
+  std::error_code ignored;
+  return fs::read_symlink("/proc/self/exe", ignored).parent_path().string();
+}
+
 std::string MachineFile::applicationData() const {
   return concat(userFolder("XDG_DATA_HOME", ".local/share"), "/kgen");
 }

@@ -38,6 +38,7 @@ class MachineFile final : public ports::MachineRegistry {
   explicit MachineFile(const Complain& complain);
   [[nodiscard]] std::optional<std::string> read(std::string_view key,
                                                 std::string_view value) const override;
+  [[nodiscard]] std::string programFolder() const override;
   [[nodiscard]] std::string applicationData() const override;  // $XDG_DATA_HOME/kgen
   [[nodiscard]] std::string documents() const override;        // as the user's folders say
 

@@ -13,6 +13,8 @@ class MachineRegistry {
   /// The value under a key such as "SOFTWARE\Tervane"; std::nullopt when nobody set it.
   [[nodiscard]] virtual std::optional<std::string> read(std::string_view key,
                                                         std::string_view value) const = 0;
+  /// The folder of the running program and those that are installed with it.
+  [[nodiscard]] virtual std::string programFolder() const = 0;
   /// The folder for files that programs keep for the user.
   [[nodiscard]] virtual std::string applicationData() const = 0;
   /// The folder in which the user keeps documents.

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <set>
 
+#include "platform/processes.h"
 #include "projectfile/project_file.h"
 #include "support/fake_session_ports.h"
 
@@ -417,6 +418,18 @@ TEST_F(SessionTest, SearchesForAMissingPreCompilerAndRemembersIt) {
   EXPECT_EQ(host.events, Strings{"choose FIND K700 COMPILER"});
   EXPECT_EQ(session.settings().LogCompPath, at("mine.exe"));
   EXPECT_EQ(settings.values["kgen/Settings/LogCompPath"], at("mine.exe"));
+}
+
+/// On a machine without another one, the pre-compiler that is installed with the program runs.
+TEST_F(SessionTest, CompilesWithTheInstalledPreCompiler) {
+  fs::create_directory(at("bin"));
+  fs::create_symlink(K7COMP_PROGRAM, at("bin/k7comp"));
+  platform::Processes real;
+  Session session({messages, files, clock, settings, machine, real, host});
+  const control::CompileResult result = session.TestCompile();
+  EXPECT_EQ(result.state, control::CompileResult::State::compiled);
+  EXPECT_EQ(result.version.substr(0, 2), "6.");
+  EXPECT_EQ(messages.titles(), Strings{"COMPILE RESULT"});
 }
 
 TEST_F(SessionTest, AsksBeforeAFaultyProgramIsSent) {

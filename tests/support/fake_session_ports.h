@@ -76,6 +76,7 @@ class FakeMachine final : public ports::MachineRegistry {
     if (key == R"(SOFTWARE\Tervane)" && value == "Compilers" && hasCompilers) return folder;
     return std::nullopt;
   }
+  [[nodiscard]] std::string programFolder() const override { return folder + "/bin"; }
   [[nodiscard]] std::string applicationData() const override { return folder + "/data"; }
   [[nodiscard]] std::string documents() const override { return folder; }
 };
