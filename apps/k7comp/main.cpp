@@ -14,7 +14,7 @@ namespace {
 using text::concat;
 
 constexpr std::string_view version = K7COMP_VERSION;
-constexpr std::string_view versionDate = "11-24-2026";
+constexpr std::string_view versionDate = KGEN_BUILD_DATE;
 constexpr std::string_view usage =
     "k7comp -d REPORT           writes version and date of this pre-compiler\n"
     "k7comp -t PROGRAM REPORT   compiles a program and writes the result\n";
