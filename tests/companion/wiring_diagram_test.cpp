@@ -9,6 +9,7 @@
 
 #include "projectfile/project_file.h"
 #include "support/demo_project.h"
+#include "support/examples.h"
 #include "support/random_project.h"
 #include "text/strings.h"
 
@@ -26,19 +27,13 @@ WiringDiagram diagramOf(const model::Project& project) {
 }
 
 TEST(Wiring, OfTheExamplesIsAsBefore) {
-  int examples = 0;
-  for (const auto& entry : fs::directory_iterator(KGEN_EXAMPLES_DIR)) {
-    if (entry.path().extension() != ".GN7") continue;
-    ++examples;
-    const std::string name = entry.path().stem().string();
+  const int examples = support::forExamples(KGEN_EXAMPLES_DIR, [](const std::string& name,
+                                                                  const model::Project& project) {
     SCOPED_TRACE(name);
-    model::Project project;
-    KGEN_COMMON::SetAllDefaults(project);
-    ASSERT_FALSE(KGEN_GENFILE::load(entry.path().string(), project).error);
     const std::string wiring = MAKEWIRE::wiringText(project, {name, {2026, 7, 4, 13, 5, 9}, false});
     EXPECT_TRUE(wiring == support::wholeFile(concat(KGEN_GOLDEN_DIR, "/wiring/", name, ".WR7")))
         << wiring;
-  }
+  });
   EXPECT_GE(examples, 10);
 }
 

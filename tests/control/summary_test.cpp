@@ -7,6 +7,7 @@
 
 #include "projectfile/project_file.h"
 #include "support/demo_project.h"
+#include "support/examples.h"
 #include "support/random_project.h"
 #include "text/strings.h"
 
@@ -31,19 +32,13 @@ std::vector<std::string> linesOf(const std::string& text) {
 }
 
 TEST(Summary, OfTheExamplesIsAsBefore) {
-  int examples = 0;
-  for (const auto& entry : fs::directory_iterator(KGEN_EXAMPLES_DIR)) {
-    if (entry.path().extension() != ".GN7") continue;
-    ++examples;
-    const std::string name = entry.path().stem().string();
+  const int examples = support::forExamples(KGEN_EXAMPLES_DIR, [](const std::string& name,
+                                                                  const model::Project& project) {
     SCOPED_TRACE(name);
-    model::Project project;
-    KGEN_COMMON::SetAllDefaults(project);
-    ASSERT_FALSE(KGEN_GENFILE::load(entry.path().string(), project).error);
     const std::string summary = summaryOf(project, {.name = name});
     EXPECT_TRUE(summary == support::wholeFile(concat(KGEN_GOLDEN_DIR, "/summary/", name, ".txt")))
         << summary;
-  }
+  });
   EXPECT_GE(examples, 10);
 }
 
