@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <map>
 #include <set>
 
@@ -15,7 +14,6 @@
 
 namespace {
 
-namespace fs = std::filesystem;
 using MAKEWIRE::WiringDiagram;
 using MAKEWIRE::WiringRow;
 using model::BlockKind;

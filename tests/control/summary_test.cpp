@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <sstream>
 
 #include "projectfile/project_file.h"
@@ -14,7 +13,6 @@
 namespace control {
 namespace {
 
-namespace fs = std::filesystem;
 using model::BlockKind;
 using model::ModuleKindIndex;
 using text::concat;
