@@ -34,6 +34,8 @@ Action prepareCheck(Parser& parser);
 Action prepareGenerate(Parser& parser);
 Action prepareCompile(Parser& parser);
 Action prepareExplain(Parser& parser);
+Action prepareVerifyProgram(Parser& parser);
+Action prepareSyntax(Parser& parser);
 Action preparePlan(Parser& parser);
 Action prepareCalc(Parser& parser);
 Action prepareCan(Parser& parser);

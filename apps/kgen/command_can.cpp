@@ -4,6 +4,7 @@
 
 #include "can/can_config.h"
 #include "command.h"
+#include "command_can_frames.h"
 #include "failure.h"
 #include "parser.h"
 #include "terminal.h"
@@ -155,6 +156,8 @@ constexpr Command canCommands[] = {
     {"id", "Read an identifier as the logger takes it, as JSON", prepareId},
     {"baud", "Bit timing of a baud rate, as JSON", prepareBaud},
     {"j1939", "Fields of a 29-bit identifier, as JSON", prepareJ1939},
+    {"import", "Make CAN items of the signals of a CAN database", prepareCanImport},
+    {"decode", "Values that the items of a project take out of a frame", prepareCanDecode},
 };
 
 }  // namespace

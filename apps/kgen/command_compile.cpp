@@ -5,6 +5,7 @@
 #include "command.h"
 #include "disk_files.h"
 #include "failure.h"
+#include "finding_lines.h"
 #include "finding_pages.h"
 #include "logscript/check.h"
 #include "parser.h"
@@ -51,10 +52,6 @@ Compiled compiled(const std::string& file) {
   return result;
 }
 
-std::string counted(std::size_t count, std::string_view what) {
-  return concat(count, " ", what, count == 1 ? "" : "s");
-}
-
 void writeText(const Compiled& program) {
   std::string out;
   for (const Finding& finding : program.findings)
@@ -66,18 +63,6 @@ void writeText(const Compiled& program) {
   writeOut(out);
 }
 
-void writeJson(text::JsonWriter& json, const Finding& finding, std::string_view program) {
-  const logscript::CodeInfo& info = logscript::infoOf(finding.code);
-  json.openObject();
-  json.member("line", static_cast<std::int64_t>(finding.line));
-  json.member("column", static_cast<std::int64_t>(finding.column));
-  json.member("severity", logscript::nameOf(info.severity));
-  json.member("code", info.name);
-  json.member("text", finding.text);
-  json.member("source", logscript::sourceLine(finding, program));
-  json.closeObject();
-}
-
 void writeJson(text::JsonWriter& json, const Compiled& program) {
   json.openObject();
   json.member("file", text::asUtf8(program.name));
@@ -87,7 +72,7 @@ void writeJson(text::JsonWriter& json, const Compiled& program) {
   json.member("hints", static_cast<std::int64_t>(program.count(Severity::hint)));
   json.key("findings");
   json.openArray();
-  for (const Finding& finding : program.findings) writeJson(json, finding, program.text);
+  for (const Finding& finding : program.findings) writeFinding(json, finding, program.text);
   json.closeArray();
   json.closeObject();
 }

@@ -5,10 +5,10 @@
 #include "command.h"
 #include "companion/table_information.h"
 #include "companion/wiring_diagram.h"
+#include "control/checked_program.h"
 #include "disk_files.h"
 #include "failure.h"
 #include "fault_lines.h"
-#include "generator/program_writer.h"
 #include "model/channel_plan.h"
 #include "parser.h"
 #include "project_files.h"
@@ -54,11 +54,15 @@ void warn(const std::string& path, std::string_view text) {
   complain(text::concat(shownName(path), ": warning: ", text));
 }
 
-std::string programText(const OpenedProject& opened, const model::DocumentStamp& stamp) {
+std::string programText(const OpenedProject& opened, const model::DocumentStamp& stamp,
+                        const std::string& path) {
   try {
-    SAVEDLD::Program program = SAVEDLD::generate(opened.project, stamp);
-    for (const std::string& note : program.notes) warn(opened.path, note);
-    return std::move(program.text);
+    control::CheckedProgram made = control::checkedProgram(opened.project, stamp, path);
+    for (const std::string& note : made.program.notes) warn(opened.path, note);
+    if (!made.fault.empty())
+      throw Failure(ownFault, text::concat(shownName(opened.path), ": ", made.fault));
+    if (!made.remark.empty()) warn(opened.path, made.remark);
+    return std::move(made.program.text);
   } catch (const SAVEDLD::ProgramTooLong&) {
     throw Failure(findings,
                   text::concat(shownName(opened.path), ": the program would need more than ",
@@ -72,9 +76,9 @@ std::vector<Document> documentsOf(const OpenedProject& opened, const GenerateOpt
   const std::string base = outputBase(options, opened.path);
   const model::DocumentStamp stamp = stampFor(base, isDunmore(options.host));
   std::vector<Document> documents;
-  if (options.wants("program"))
-    documents.push_back({text::concat(base, model::programExtension(opened.project.configuration)),
-                         programText(opened, stamp)});
+  const std::string program =
+      text::concat(base, model::programExtension(opened.project.configuration));
+  if (options.wants("program")) documents.push_back({program, programText(opened, stamp, program)});
   if (options.wants("tables"))
     documents.push_back(
         {text::concat(base, ".TI7"), companion::tableInformation(opened.project, stamp)});

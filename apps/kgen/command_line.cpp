@@ -24,6 +24,8 @@ constexpr Command commandTable[] = {
     {"generate", "Write the logger program and its table information", prepareGenerate},
     {"compile", "Check logger programs as the logger's compiler does", prepareCompile},
     {"explain", "Explain a finding of compile", prepareExplain},
+    {"verify-program", "Compare a logger program with the project it is of", prepareVerifyProgram},
+    {"syntax", "Print the program language's colours for an editor", prepareSyntax},
     {"plan", "Plan the filter of an isolated block, as JSON", preparePlan},
     {"calc", "Scaling calculators", prepareCalc},
     {"can", "Work out CAN identifiers and bit timing", prepareCan},

@@ -37,16 +37,6 @@ Complaint complaintOf(std::string_view cell, std::string_view text) {
   return text::concat("'", cell, "' ", text);
 }
 
-std::string processingText(std::uint8_t mask) {
-  std::string out;
-  for (std::size_t code = 0; code < processings.size(); ++code) {
-    if ((mask >> code & 1U) == 0) continue;
-    if (!out.empty()) out += '+';
-    out += processings[code];
-  }
-  return out;
-}
-
 double offsetOrGaugeFactor(BlockKind kind, const Element& element) {
   return kind == BlockKind::bridge ? element.AliasGFactor : element.AliasOffset;
 }
@@ -72,7 +62,22 @@ Complaint storeFlag(std::string_view cell, bool& flag) {
   return complaintOf(cell, "is neither yes nor no; write one of them");
 }
 
-Complaint storeProcessings(std::string_view cell, std::uint8_t& mask) {
+}  // namespace
+
+std::span<const Column> allColumns() { return columns; }
+std::span<const std::string_view> processingWords() { return processings; }
+
+std::string maskText(std::uint8_t mask) {
+  std::string out;
+  for (std::size_t code = 0; code < processings.size(); ++code) {
+    if ((mask >> code & 1U) == 0) continue;
+    if (!out.empty()) out += '+';
+    out += processings[code];
+  }
+  return out;
+}
+
+Complaint storeMask(std::string_view cell, std::uint8_t& mask) {
   unsigned bits = 0;
   for (std::string_view rest = cell; !rest.empty();) {
     const std::size_t plus = std::min(rest.find('+'), rest.size());
@@ -91,10 +96,6 @@ Complaint storeProcessings(std::string_view cell, std::uint8_t& mask) {
   mask = static_cast<std::uint8_t>(bits);
   return {};
 }
-
-}  // namespace
-
-std::span<const Column> allColumns() { return columns; }
 
 const Column* columnNamed(std::string_view name) {
   const auto* found = std::find_if(std::begin(columns), std::end(columns), [name](const Column& c) {
@@ -122,7 +123,7 @@ std::string cellText(const Column& column, const ChannelAddress& channel, const 
     case Field::ownScaling:
       return element.AliasExcept ? "yes" : "no";
     case Field::table:
-      return processingText(element.Table[column.table]);
+      return maskText(element.Table[column.table]);
   }
   return {};
 }
@@ -141,7 +142,7 @@ Complaint storeCell(const Column& column, BlockKind kind, std::string_view cell,
     case Field::ownScaling:
       return storeFlag(cell, element.AliasExcept);
     case Field::table:
-      return storeProcessings(cell, element.Table[column.table]);
+      return storeMask(cell, element.Table[column.table]);
     default:
       return {};
   }

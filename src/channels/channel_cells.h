@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -35,6 +36,13 @@ struct ChannelAddress {
 
 std::string cellText(const Column& column, const ChannelAddress& address,
                      const model::Element& element);
+
+/// Words of the processing codes 0 to 7.
+std::span<const std::string_view> processingWords();
+/// A mask of processings as a cell: words joined by "+".
+std::string maskText(std::uint8_t mask);
+/// Stores such a cell, or says what is wrong with it.
+std::optional<std::string> storeMask(std::string_view cell, std::uint8_t& mask);
 
 /// Stores a cell. A text that the column does not take is answered with what is wrong and what to
 /// do, and the channel keeps its value.

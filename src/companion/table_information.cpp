@@ -27,6 +27,28 @@ struct FieldSource {
   std::string name, alias, units;
 };
 
+std::string blockTitle(const model::StoredGroup& group) {
+  switch (group.kind) {
+    case model::BlockKind::thermocouple:
+      return concat(" Thermocouple Block ", group.number, " ");
+    case model::BlockKind::voltage:
+      return concat(" Voltage Block ", group.number, " ");
+    case model::BlockKind::filter:
+      return concat(" Filter Block ", group.number, " Slot ", group.slot, " ");
+    case model::BlockKind::bridge:
+      return concat(" Bridge Block ", group.number, " ");
+    case model::BlockKind::pulse:
+      return concat(" Pulse Block ", group.number, ", Slot ", group.slot, " ");
+    case model::BlockKind::highVoltage:
+      return concat(" High Voltage Block ", group.number, " ");
+    case model::BlockKind::isolated:
+      return concat(" Isolated Measurement Block ", group.number, ", Slot ", group.slot, " ");
+    case model::BlockKind::tcmux:
+      break;
+  }
+  return concat(" TCMUX Block ", group.number, " ");
+}
+
 class Writer {
  public:
   Writer(const model::Project& project, const model::DocumentStamp& stamp)
@@ -126,52 +148,6 @@ class Writer {
     }
   }
 
-  static std::string titleOf(const model::StoredGroup& group) {
-    switch (group.source) {
-      case StoredSource::batteryCurrent:
-        return " Logger Current ";
-      case StoredSource::batteryVolts:
-        return " Logger Volts ";
-      case StoredSource::tcmuxReference:
-        return " TCMUX Reference ";
-      case StoredSource::isolatedReference:
-        return " Isolated Reference ";
-      case StoredSource::tcReference:
-        return " TC Reference ";
-      case StoredSource::canItem:
-        return concat(" CANBus Item ", group.number, " ");
-      case StoredSource::port:
-        return concat(" Port Slot ", group.slot, " ");
-      case StoredSource::calculatedField:
-        return concat(" Calculated Field ", group.number, " ");
-      case StoredSource::block:
-        break;
-    }
-    return blockTitle(group);
-  }
-
-  static std::string blockTitle(const model::StoredGroup& group) {
-    switch (group.kind) {
-      case model::BlockKind::thermocouple:
-        return concat(" Thermocouple Block ", group.number, " ");
-      case model::BlockKind::voltage:
-        return concat(" Voltage Block ", group.number, " ");
-      case model::BlockKind::filter:
-        return concat(" Filter Block ", group.number, " Slot ", group.slot, " ");
-      case model::BlockKind::bridge:
-        return concat(" Bridge Block ", group.number, " ");
-      case model::BlockKind::pulse:
-        return concat(" Pulse Block ", group.number, ", Slot ", group.slot, " ");
-      case model::BlockKind::highVoltage:
-        return concat(" High Voltage Block ", group.number, " ");
-      case model::BlockKind::isolated:
-        return concat(" Isolated Measurement Block ", group.number, ", Slot ", group.slot, " ");
-      case model::BlockKind::tcmux:
-        break;
-    }
-    return concat(" TCMUX Block ", group.number, " ");
-  }
-
   [[nodiscard]] std::vector<FieldSource> sourcesOf(const model::StoredGroup& group) const {
     switch (group.source) {
       case StoredSource::block: {
@@ -261,6 +237,30 @@ class Writer {
 };
 
 }  // namespace
+
+std::string titleOf(const model::StoredGroup& group) {
+  switch (group.source) {
+    case StoredSource::batteryCurrent:
+      return " Logger Current ";
+    case StoredSource::batteryVolts:
+      return " Logger Volts ";
+    case StoredSource::tcmuxReference:
+      return " TCMUX Reference ";
+    case StoredSource::isolatedReference:
+      return " Isolated Reference ";
+    case StoredSource::tcReference:
+      return " TC Reference ";
+    case StoredSource::canItem:
+      return concat(" CANBus Item ", group.number, " ");
+    case StoredSource::port:
+      return concat(" Port Slot ", group.slot, " ");
+    case StoredSource::calculatedField:
+      return concat(" Calculated Field ", group.number, " ");
+    case StoredSource::block:
+      break;
+  }
+  return blockTitle(group);
+}
 
 std::string tableInformation(const model::Project& project, const model::DocumentStamp& stamp) {
   return Writer(project, stamp).run();

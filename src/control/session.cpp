@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "control/panel_texts.h"
 #include "control/paths.h"
 #include "control/summary.h"
 #include "text/strings.h"
@@ -20,15 +21,14 @@ std::string workDirectoryOf(const ports::MachineRegistry& machine) {
   return set && !set->empty() ? *set : machine.applicationData();
 }
 
-/// Operator and ID as their boxes take them.
+}  // namespace
+
 bool isIdentity(std::string_view text) {
-  constexpr std::size_t longest = 30;
-  return text.size() <= longest && std::none_of(text.begin(), text.end(), [](char c) {
+  return text.size() <= panel::longestIdentity &&
+         std::none_of(text.begin(), text.end(), [](char c) {
            return static_cast<unsigned char>(c) < ' ' || c == '[' || c == ']' || c == '"';
          });
 }
-
-}  // namespace
 
 Session::Session(const SessionPorts& ports, std::string registryApp)
     : ports_(ports), trouble_(ports.messages), registryApp_(std::move(registryApp)) {
@@ -60,6 +60,8 @@ void Session::RegistryApp(std::string application) {
 }
 
 void Session::changeSettings(const Settings& settings) {
+  if (settings.GenPath != settings_.GenPath && ports_.files.exists(settings.GenPath))
+    GenFilePath = settings.GenPath;
   settings_ = settings;
   guarded("ShowOptions", [this] { writeSettings(ports_.settings, registryApp_, settings_); });
   ports_.host.refresh();

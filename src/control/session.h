@@ -38,6 +38,10 @@ struct SessionPorts {
 /// How a save ends.
 enum class SaveResult { saved, refused, failed };
 
+/// Operator and ID as a project takes them: up to 30 characters without line breaks, quotes and
+/// square brackets.
+bool isIdentity(std::string_view text);
+
 /// The open project, its files and its changed flag, and the ways to open, edit, save, send and
 /// close it: what the control does without a screen. Exactly one project is open at a time.
 /// Nothing throws; what goes wrong is shown.
@@ -115,6 +119,8 @@ class Session {
   /// The open button: asks for the file.
   bool ChooseAndOpen();
   SaveResult SaveAs(std::string_view path);
+  /// The save-as command: asks for the file.
+  SaveResult ChooseAndSaveAs();
   /// The quit button: false when the project stays open.
   bool Quit();
   /// Offers the working copy that a crash left behind. True when it is open now.
@@ -127,6 +133,8 @@ class Session {
   [[nodiscard]] const Settings& settings() const { return settings_; }
   void changeSettings(const Settings& settings);
   [[nodiscard]] const std::string& workDirectory() const { return workDirectory_; }
+  /// What documents that are made now say about their making.
+  [[nodiscard]] model::DocumentStamp stamp() const;
 
  private:
   enum class Delivery { saveOnly, send };
@@ -140,7 +148,6 @@ class Session {
   void replaceProject(model::Project next);
   void makeNewProject();
   [[nodiscard]] bool isDunmore() const;
-  [[nodiscard]] model::DocumentStamp stamp() const;
   [[nodiscard]] std::string programPath() const;
   [[nodiscard]] verify::CheckContext checks();
 
@@ -154,15 +161,23 @@ class Session {
     model::Project project;
     model::DocumentStamp stamp;
     std::optional<SAVEDLD::Program> program;
-    std::string tooLong;  // why there is no program
+    struct Fault {
+      FaultNumber number = invalidCall;
+      std::string text;
+      std::string_view source;
+    } fault;             // why there is none
+    std::string remark;  // on faults that texts of the project make in it
   };
 
   SaveResult saveTo(std::string path, Delivery delivery);
   SaveResult save(Delivery delivery);
   std::optional<std::string> chosenPlace();
+  std::optional<std::string> askedPlace(const std::string& proposal);
   bool mayReplace(const std::string& path);
   bool mayBeSaved(Delivery& delivery);
   Saving prepared();
+  void makeProgram(Saving& saving);
+  bool hasProgram(const Saving& saving);
   void compileBeforeSave(const Saving& saving, Delivery& delivery);
   bool writeProject(const Saving& saving);
   bool writeDocuments(const Saving& saving);

@@ -2,9 +2,9 @@
 
 #include "companion/table_information.h"
 #include "companion/wiring_diagram.h"
+#include "control/checked_program.h"
 #include "control/paths.h"
 #include "control/session.h"
-#include "generator/program_writer.h"
 #include "projectfile/project_file.h"
 #include "text/strings.h"
 #include "verify/save_checks.h"
@@ -76,16 +76,27 @@ SaveResult Session::SaveAs(std::string_view path) {
   return saveTo(concat(basePath(path), projectExtension), Delivery::saveOnly);
 }
 
+SaveResult Session::ChooseAndSaveAs() {
+  const bool hasFolder = !folderOf(path_).empty();
+  const std::optional<std::string> place =
+      askedPlace(hasFolder ? path_ : concat(GenFilePath, "/", fileName(path_)));
+  return place ? saveTo(*place, Delivery::saveOnly) : SaveResult::refused;
+}
+
+/// A name that gets the extension of projects may be that of a file which nobody asked about.
+std::optional<std::string> Session::askedPlace(const std::string& proposal) {
+  const auto chosen = ports_.host.choosePath(
+      {"SAVE GENERATOR FILE", "(Generator Files)|*.GN7|(All Files)|*.*", true, proposal});
+  if (!chosen) return std::nullopt;
+  std::string place = concat(basePath(*chosen), projectExtension);
+  if (place != *chosen && !mayReplace(place)) return std::nullopt;
+  return place;
+}
+
 /// A new project has a name but no folder. A project keeps its base name, so that its file may
 /// become another one: that is replaced only when the user agrees.
 std::optional<std::string> Session::chosenPlace() {
-  if (folderOf(path_).empty()) {
-    const auto chosen =
-        ports_.host.choosePath({"SAVE GENERATOR FILE", "(Generator Files)|*.GN7|(All Files)|*.*",
-                                true, concat(GenFilePath, "/", fileName(path_))});
-    if (!chosen) return std::nullopt;
-    return concat(basePath(*chosen), projectExtension);
-  }
+  if (folderOf(path_).empty()) return askedPlace(concat(GenFilePath, "/", fileName(path_)));
   std::string place = concat(basePath(path_), projectExtension);
   if (!mayReplace(place)) return std::nullopt;
   return place;
@@ -115,14 +126,29 @@ bool Session::mayBeSaved(Delivery& delivery) {
 }
 
 Session::Saving Session::prepared() {
-  Saving saving{project_, stamp(), std::nullopt, {}};
+  Saving saving{project_, stamp(), std::nullopt, {}, {}};
   KGEN_GENFILE::prepareForSave(saving.project, saving.stamp);
-  try {
-    saving.program = SAVEDLD::generate(saving.project, saving.stamp);
-  } catch (const SAVEDLD::ProgramTooLong& error) {
-    saving.tooLong = error.what();
-  }
+  makeProgram(saving);
   return saving;
+}
+
+/// A program that is too long, or that our own mistake made faulty, is none.
+void Session::makeProgram(Saving& saving) {
+  try {
+    CheckedProgram made = checkedProgram(saving.project, saving.stamp, fileName(programPath()));
+    saving.remark = std::move(made.remark);
+    if (made.fault.empty())
+      saving.program = std::move(made.program);
+    else
+      saving.fault = {invalidCall, std::move(made.fault), "SAVEDLD.Generate"};
+  } catch (const SAVEDLD::ProgramTooLong& error) {
+    saving.fault = {overflow, error.what(), "SAVEDLD.AppendLine"};
+  }
+}
+
+bool Session::hasProgram(const Saving& saving) {
+  if (!saving.program) trouble_.report(saving.fault.number, saving.fault.text, saving.fault.source);
+  return saving.program.has_value();
 }
 
 /// Faults do not keep a project from being saved; a program with faults is sent only when the user
@@ -152,17 +178,15 @@ bool Session::writeProject(const Saving& saving) {
   });
 }
 
-/// Program, wiring and table information are complete in memory before the first is written; a
-/// program that is too long leaves the old ones as they were.
+/// Program, wiring and table information are complete in memory before the first is written; where
+/// there is no program the old ones stay as they were.
 bool Session::writeDocuments(const Saving& saving) {
-  if (!saving.program) {
-    trouble_.report(overflow, saving.tooLong, "SAVEDLD.AppendLine");
-    return false;
-  }
+  if (!hasProgram(saving)) return false;
   return guarded("SaveDldFile", [&] {
     const std::string wiring = MAKEWIRE::wiringText(project_, saving.stamp);
     const std::string tables = companion::tableInformation(project_, saving.stamp);
     for (const std::string& line : saving.program->notes) ports_.host.note(line);
+    if (!saving.remark.empty()) ports_.host.note(saving.remark);
     ports_.files.replace(programPath(), saving.program->text, true);
     ports_.files.replace(concat(basePath(path_), ".WR7"), wiring, true);
     ports_.files.replace(concat(basePath(path_), ".TI7"), tables, true);
@@ -191,10 +215,7 @@ bool Session::DunmoreDownload(const std::string& program) {
 
 CompileResult Session::TestCompile() {
   const Saving saving = prepared();
-  if (!saving.program) {
-    trouble_.report(overflow, saving.tooLong, "SAVEDLD.AppendLine");
-    return {};
-  }
+  if (!hasProgram(saving)) return {};
   CompileResult result = compile(saving.program->text);
   showCompileResult(result);
   return result;

@@ -8,8 +8,10 @@ void TroubleReporter::report(int number, std::string_view description, std::stri
   ports::Message message;
   message.title = "TROUBLE";
   message.icon = ports::Icon::critical;
+  const bool inWindow = source.starts_with("frm");
   message.text =
-      text::concat("Unexpected error ", number, ", \"", description, "\" has occurred in ", source,
+      text::concat(inWindow ? text::concat("Error in ", source, "\r\n") : "", "Unexpected error ",
+                   number, ", \"", description, "\" has occurred in ", source,
                    ".\r\n Press \"OK\" and the program will continue.");
   messages_.show(message);
 }

@@ -2,7 +2,9 @@
 #include <cmath>
 
 #include "can/can_config.h"
+#include "can/frame.h"
 #include "generator/emitters.h"
+#include "model/can_values.h"
 
 namespace generator {
 namespace {
@@ -13,11 +15,9 @@ constexpr std::string_view interfaceArguments = ",CanAddress,CanQuanta,CanSeg1,C
 constexpr int canDelayMs = 10;
 constexpr int firstTransmitType = 7;
 constexpr int retrieveByteType = 1;
-constexpr int frameBytes = 8;
 
 std::int32_t identifier(const model::CanSetup& can, std::string_view idText) {
-  const std::int32_t largest = can.CanDataIDType == 0 ? 2047 : 536870911;
-  return can::parsedIdentifier(idText, largest).value;
+  return can::parsedIdentifier(idText, largestIdentifier(can)).value;
 }
 
 std::string scaling(const SourceBlock& block) {
@@ -34,42 +34,15 @@ std::string valueInstruction(const ProgramPlan& plan, const SourceBlock& block) 
                 item.StartBit, ",", item.NumBits, ",", item.NumVals, ",", scaling(block), ")");
 }
 
-int hexDigit(char c) {
-  if (text::isDigit(c)) return c - '0';
-  const char upper = text::upper(std::string_view(&c, 1)).front();
-  return upper >= 'A' && upper <= 'F' ? upper - 'A' + 10 : -1;
-}
-
-std::string_view digitsOf(std::string_view hexText) {
-  if (text::equalsIgnoringCase(hexText.substr(0, 2), "&H")) hexText.remove_prefix(2);
-  return hexText;
-}
-
-/// Byte 1 to 8 of a frame text; -1 where a digit is "X" or missing.
-int byteOf(std::string_view hexText, int byte) {
-  const std::string_view digits = digitsOf(hexText);
-  const auto at = static_cast<std::size_t>(byte - 1) * 2;
-  if (at + 1 >= digits.size()) return -1;
-  const int high = hexDigit(digits[at]);
-  const int low = hexDigit(digits[at + 1]);
-  return high < 0 || low < 0 ? -1 : high * 16 + low;
-}
-
 int frameByte(const model::CanItem& item, int byte) {
-  return std::max(byteOf(item.TxDataFrame, byte), 0);
-}
-
-/// Mask of a received byte; a mask text that names no byte compares every bit.
-int maskByte(const model::CanItem& item, int byte) {
-  const int mask = digitsOf(item.RxDataMask).size() >= 16 ? byteOf(item.RxDataMask, byte) : -1;
-  return mask < 0 ? 255 : mask;
+  return std::max(can::byteOf(item.TxDataFrame, byte), 0);
 }
 
 std::string matchTest(const model::CanItem& item) {
   std::string test;
-  for (int byte = 1; byte <= frameBytes; ++byte) {
-    const int pattern = byteOf(item.RxDataMatch, byte);
-    const int mask = maskByte(item, byte);
+  for (int byte = 1; byte <= can::frameBytes; ++byte) {
+    const int pattern = can::byteOf(item.RxDataMatch, byte);
+    const int mask = can::maskByte(item.RxDataMask, byte);
     if (pattern < 0 || mask == 0) continue;
     const std::string left =
         mask == 255 ? concat("ByteRx(", byte, ")") : concat("(ByteRx(", byte, ") And ", mask, ")");
@@ -96,7 +69,7 @@ int receiveReads(const model::CanItem& item) {
 /// The transmit placeholders are shared: a byte is written when this frame or another one has it.
 void emitFrame(ProgramText& out, const std::vector<const SourceBlock*>& items,
                const model::CanItem& item) {
-  for (int byte = 1; byte <= frameBytes; ++byte) {
+  for (int byte = 1; byte <= can::frameBytes; ++byte) {
     const bool anySets = std::any_of(items.begin(), items.end(), [byte](const SourceBlock* other) {
       return frameByte(*other->item, byte) != 0;
     });

@@ -1,17 +1,12 @@
 #include <algorithm>
 
 #include "generator/emitters.h"
+#include "model/filter_blocks.h"
 
 namespace generator {
 namespace {
 
 using text::concat;
-
-constexpr std::array<std::string_view, 5> passBands = {"(FPass = Fsr / 2.155)",
-                                                       "(FPass = Fsr / 2.5)", "(FPass = Fsr / 5)",
-                                                       "(FPass = Fsr / 10)", "(FPass = Fsr / 20)"};
-constexpr std::array<std::string_view, 7> excitations = {"(Off)",   "(2 mA)", "(4 mA)", "(6 mA)",
-                                                         "(10 mA)", "(5 V)",  "(10 V)"};
 
 template <std::size_t N>
 std::string_view textAt(const std::array<std::string_view, N>& texts, int code) {
@@ -33,9 +28,11 @@ class FilterBlock {
     constant("RNG", model::rangeKeyword(settings.Range, false),
              concat(" measurement range (", settings.Range, ")"));
     constant("REP", block_.reps, " repetitions");
-    constant("OPT", slot_.OverSample, concat(" option ", textAt(passBands, slot_.OverSample)));
+    constant("OPT", slot_.OverSample,
+             concat(" option ", textAt(model::filterPassBands, slot_.OverSample)));
     const int excitation = static_cast<int>(text::integerWithin(settings.Excite, 0, 6));
-    constant("EXCIT", excitation, concat(" excitation ", textAt(excitations, excitation)));
+    constant("EXCIT", excitation,
+             concat(" excitation ", textAt(model::filterExcitations, excitation)));
     constant("MULT", block_.multiplier, " default multiplier");
     if (block_.fft) emitSpectrum();
     constant("OSET", block_.offset, " default offset");

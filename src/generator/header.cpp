@@ -13,19 +13,9 @@ std::string headerLine(std::string_view text) {
   return concat("'", std::string(20, ' '), text::asAscii(text));
 }
 
-std::string_view moduleName(const model::LoggerConfiguration& configuration, int slot) {
-  static constexpr std::array<std::string_view, model::moduleKinds> names = {
-      "7101", "7103", "7105", "7151", "7121/22", "7131", "7141/42", "7127", "7125", "7128"};
-  const int kind = moduleInSlot(configuration, slot);
-  if (kind < 0) return "None";
-  if (kind == static_cast<int>(model::ModuleKindIndex::cpu))
-    return isK700X(configuration) ? "7104" : "7103";
-  return names[static_cast<std::size_t>(kind)];
-}
-
 std::string slotText(const model::LoggerConfiguration& configuration, int slot) {
   return concat(slot == 9 ? "Slot  " : "Slot ", slot, " = ",
-                text::padded(moduleName(configuration, slot), slotNameWidth));
+                text::padded(moduleNameInSlot(configuration, slot), slotNameWidth));
 }
 
 }  // namespace

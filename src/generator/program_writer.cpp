@@ -1,13 +1,13 @@
 #include "generator/program_writer.h"
 
 #include "generator/emitters.h"
-#include "generator/repair.h"
+#include "model/repair.h"
 
 namespace SAVEDLD {
 
 Program generate(const model::Project& given, const model::DocumentStamp& stamp) {
   std::vector<std::string> notes;
-  const std::optional<model::Project> mended = generator::repaired(given, notes);
+  const std::optional<model::Project> mended = model::repaired(given, notes);
   const model::Project& project = mended ? *mended : given;
   const generator::ProgramPlan plan(project, stamp);
   generator::ProgramText out;

@@ -82,7 +82,7 @@ bool Arguments::check(std::span<const Instruction> forms, const Statement& state
   bool right = true;
   for (std::size_t n = 0; n < statement.count; ++n)
     right = checkOne(*form, statement, n) && checkRange(*form, statement, n) && right;
-  return right && checkRepetitions(*form, statement);
+  return right && checkRepetitions(*form, statement) && checkLevels(*form, statement);
 }
 
 void Arguments::tellCount(std::span<const Instruction> forms, const Statement& statement) {
@@ -196,22 +196,38 @@ bool Arguments::checkRange(const Instruction& form, const Statement& statement, 
 /// The places that take or give the values of all repetitions have to have room for them.
 bool Arguments::checkRepetitions(const Instruction& form, const Statement& statement) {
   const std::size_t at = form.arguments.find('n');
-  if (at == std::string_view::npos) return true;
-  const std::optional<long> wanted = meaning_.whole(program_.expressions(statement)[at]);
-  for (std::size_t n = 0; wanted && n < statement.count; ++n) {
+  for (std::size_t n = 0; at != std::string_view::npos && n < statement.count; ++n) {
     const std::uint32_t argument = program_.expressions(statement)[n];
     const Wanted kind = argumentKind(form.arguments[n]).wanted;
     const bool counted = kind == Wanted::destination || kind == Wanted::source ||
                          (kind == Wanted::scale && isScale(argument));
-    const std::optional<long> room = counted ? meaning_.valuesFrom(argument) : std::nullopt;
-    if (!room || *room >= *wanted) continue;
-    meaning_.tell(Code::indexRange, meaning_.node(argument).offset,
-                  concat(meaning_.shown(argument), " has ", *room, " values from there on and ",
-                         form.name, " needs ", *wanted, "; correct its ", argumentKind('n').title,
-                         " or the declaration"));
-    return false;
+    if (counted && !checkRoom(form, statement, at, n)) return false;
   }
   return true;
+}
+
+/// Levels have to be as many as their number says.
+bool Arguments::checkLevels(const Instruction& form, const Statement& statement) {
+  for (const auto& [count, array] : {std::pair('l', 'L'), std::pair('j', 'J')}) {
+    const std::size_t at = form.arguments.find(count);
+    if (at != std::string_view::npos && !checkRoom(form, statement, at, form.arguments.find(array)))
+      return false;
+  }
+  return true;
+}
+
+/// Argument `array` has as many values as argument `count` says, as far as that is known.
+bool Arguments::checkRoom(const Instruction& form, const Statement& statement, std::size_t count,
+                          std::size_t array) {
+  const std::uint32_t argument = program_.expressions(statement)[array];
+  const std::optional<long> wanted = meaning_.whole(program_.expressions(statement)[count]);
+  const std::optional<long> room = meaning_.valuesFrom(argument);
+  if (!wanted || !room || *room >= *wanted) return true;
+  meaning_.tell(Code::indexRange, meaning_.node(argument).offset,
+                concat(meaning_.shown(argument), " has ", *room, " values from there on and ",
+                       form.name, " needs ", *wanted, "; correct its ",
+                       argumentKind(form.arguments[count]).title, " or the declaration"));
+  return false;
 }
 
 }  // namespace logscript

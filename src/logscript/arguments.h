@@ -28,6 +28,9 @@ class Arguments {
   bool isScale(std::uint32_t argument) const;
   bool checkRange(const Instruction& form, const Statement& statement, std::size_t n);
   bool checkRepetitions(const Instruction& form, const Statement& statement);
+  bool checkLevels(const Instruction& form, const Statement& statement);
+  bool checkRoom(const Instruction& form, const Statement& statement, std::size_t count,
+                 std::size_t array);
 
   const Program& program_;
   Meaning& meaning_;

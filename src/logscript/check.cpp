@@ -262,10 +262,15 @@ class Checker {
         meaning_.tell(
             Code::neverUsed, symbol.offset,
             concat("nothing calls subroutine ", meaning_.quoted(id), "; call it or remove it"));
-      if (symbol.kind == SymbolKind::variable && !usedByAlias(id))
+      if (symbol.kind == SymbolKind::variable && !isPublic(symbol) && !usedByAlias(id))
         meaning_.tell(Code::neverUsed, symbol.offset,
                       concat("variable ", meaning_.quoted(id), " is never used; remove it"));
     }
+  }
+
+  /// Public variables are there to be seen and set from outside.
+  [[nodiscard]] bool isPublic(const Symbol& variable) const {
+    return program_.statements[variable.statement].isPublic;
   }
 
   [[nodiscard]] bool usedByAlias(NameId variable) {

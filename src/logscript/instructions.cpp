@@ -34,6 +34,10 @@ constexpr ArgumentKind kinds[] = {
     {'g', Wanted::text, "names"},
     {'z', Wanted::variable, "variable"},
     {'F', Wanted::constant, "kind of calibration"},
+    {'l', Wanted::constant, "number of levels"},
+    {'L', Wanted::array, "levels"},
+    {'j', Wanted::constant, "number of second levels"},
+    {'J', Wanted::array, "second levels"},
     {'*', Wanted::anything, "anything"},
 };
 
@@ -118,7 +122,7 @@ constexpr Instruction rows[] = {
     {"Histogram", "yfqkkkk", inTable},
     {"Histogram4D", "*", inTable},
     {"RainFlow", "yfqkkkkkk", inTable},
-    {"LevelCrossing", "yfqkkaakk", inTable},
+    {"LevelCrossing", "yfqljLJkk", inTable},
     {"FFT", "*", inTable},
     {"FFTSample", "ykfq", inTable},
     {"WorstCase", "*", inTable},

@@ -111,7 +111,7 @@ Token Lexer::symbol() {
 }
 
 std::string_view Lexer::restOfLine(std::uint32_t from) {
-  at_ = std::min(text_.find_first_of("'\n", from), text_.size());
+  at_ = std::min(text_.find_first_of("'\r\n", from), text_.size());
   return text::trimmed(text_.substr(from, at_ - from));
 }
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <initializer_list>
 
-#include "logscript/expression_parser.h"
+#include "logscript/block_parser.h"
 #include "logscript/instructions.h"
 #include "text/strings.h"
 
@@ -10,40 +10,6 @@ namespace {
 
 using text::concat;
 using Kind = StatementKind;
-
-constexpr std::size_t maxBlocks = 100;
-
-/// A block whose closing line has not come yet.
-struct Open {
-  Kind kind;
-  std::uint32_t statement;
-  bool oneLine = false;  // of an If: ends with its line
-  bool implied = false;  // its opening line is missing
-  bool told = false;     // a statement that doesn't belong in it has been reported
-};
-
-bool opens(Kind kind) {
-  switch (kind) {
-    case Kind::dataTable:
-    case Kind::sub:
-    case Kind::beginProg:
-    case Kind::scan:
-    case Kind::subScan:
-    case Kind::burst:
-    case Kind::doLoop:
-    case Kind::whileLoop:
-    case Kind::forLoop:
-    case Kind::ifThen:
-    case Kind::select:
-      return true;
-    default:
-      return false;
-  }
-}
-
-bool isTopBlock(Kind kind) {
-  return kind == Kind::dataTable || kind == Kind::sub || kind == Kind::beginProg;
-}
 
 /// Words that are a whole statement, closers above all: worth a guess when one is misspelt.
 constexpr Word standingAlone[] = {
@@ -56,9 +22,9 @@ constexpr Word standingAlone[] = {
 constexpr Word withArguments[] = {Word::Scan, Word::SubScan, Word::DataTable,
                                   Word::BeginBurstTrigger, Word::EndBurstTrigger};
 
-class Parser : private ExpressionParser {
+class Parser : private BlockParser {
  public:
-  using ExpressionParser::ExpressionParser;
+  using BlockParser::BlockParser;
 
   Program run() {
     if (program_.text.find('\0') != std::string_view::npos) return refuseBinary();
@@ -120,289 +86,6 @@ class Parser : private ExpressionParser {
       fault(Code::tooLong, program_.lineStarts[maxLines],
             concat("the program has ", program_.lines(), " lines and a logger takes ", maxLines,
                    "; shorten it"));
-  }
-
-  void fault(Code code, std::uint32_t offset, std::string text) {
-    program_.findings.add(code, offset, std::move(text));
-  }
-
-  // Blocks.
-
-  [[nodiscard]] bool inTableBlock() const {
-    return !open_.empty() && open_.front().kind == Kind::dataTable;
-  }
-  [[nodiscard]] bool isOpen(Kind kind) const {
-    return std::any_of(open_.begin(), open_.end(),
-                       [kind](const Open& o) { return o.kind == kind; });
-  }
-
-  void push(Kind kind, std::uint32_t statement, bool oneLine = false) {
-    if (open_.size() >= maxBlocks) {
-      fault(Code::tooDeep, program_.statements[statement].offset,
-            concat("blocks are nested more than ", maxBlocks,
-                   " levels deep; move inner ones to subroutines"));
-      program_.givenUp = true;
-      return;
-    }
-    open_.push_back({kind, statement, oneLine});
-  }
-
-  void pop() {
-    program_.statements[open_.back().statement].end =
-        static_cast<std::uint32_t>(program_.statements.size());
-    open_.pop_back();
-  }
-
-  /// Opens a block whose opening line is missing; that has been reported.
-  void imply(Kind kind, const Token& word) {
-    Statement block;
-    block.kind = kind;
-    block.implied = true;
-    block.offset = block.nameOffset = word.offset;
-    push(kind, append(block));
-    open_.back().implied = true;
-  }
-
-  [[nodiscard]] std::string nameWith(std::string_view word, const Open& open) const {
-    const NameId name = program_.statements[open.statement].name;
-    return name == noName ? std::string(word) : concat(word, " ", program_.spelling(name));
-  }
-
-  [[nodiscard]] std::string opening(const Open& open) const {
-    switch (open.kind) {
-      case Kind::dataTable:
-        return nameWith("DataTable", open);
-      case Kind::sub:
-        return nameWith("Sub", open);
-      case Kind::beginProg:
-        return "BeginProg";
-      case Kind::scan:
-        return "Scan";
-      case Kind::subScan:
-        return "SubScan";
-      case Kind::burst:
-        return "BeginBurstTrigger";
-      case Kind::doLoop:
-        return "Do";
-      case Kind::whileLoop:
-        return "While";
-      case Kind::forLoop:
-        return nameWith("For", open);
-      case Kind::select:
-        return "Select Case";
-      default:
-        return "If";
-    }
-  }
-
-  [[nodiscard]] std::string closing(const Open& open) const {
-    switch (open.kind) {
-      case Kind::dataTable:
-        return "EndTable";
-      case Kind::sub:
-        return "End Sub";
-      case Kind::beginProg:
-        return "EndProg";
-      case Kind::scan:
-        return "Next Scan";
-      case Kind::subScan:
-        return "NextSubScan";
-      case Kind::burst:
-        return "EndBurstTrigger";
-      case Kind::doLoop:
-        return "Loop";
-      case Kind::whileLoop:
-        return "Wend";
-      case Kind::forLoop:
-        return nameWith("Next", open);
-      case Kind::select:
-        return "End Select";
-      default:
-        return "End If";
-    }
-  }
-
-  /// Ends the innermost block before a token that it cannot hold, or before the end of the text.
-  void endUnclosed(const Token* before) {
-    const Open& open = open_.back();
-    if (!open.implied && !open.oneLine)
-      fault(Code::blockNotClosed, program_.statements[open.statement].offset,
-            concat(opening(open), " is not closed; write ", closing(open),
-                   before ? concat(" before line ", program_.line(before->offset), ", ",
-                                   shown(*before))
-                          : std::string(" before the end of the program")));
-    pop();
-  }
-
-  void closeDownTo(std::size_t keep, const Token* before) {
-    while (open_.size() > keep) endUnclosed(before);
-  }
-  void closeAll(const Token* before) { closeDownTo(0, before); }
-
-  /// An If of one line ends with it, and so does what was opened in it.
-  void endLine() {
-    const auto first =
-        std::find_if(open_.begin(), open_.end(), [](const Open& open) { return open.oneLine; });
-    if (first != open_.end()) closeDownTo(static_cast<std::size_t>(first - open_.begin()), &token_);
-  }
-
-  /// Index of the innermost open block that a test takes; open_.size() when there is none. Only a
-  /// closer of a whole table, subroutine or program looks further than the statements of one.
-  template <class Test>
-  std::size_t innermost(Test test, bool topBlock = false) const {
-    for (std::size_t i = open_.size(); i-- > 0;)
-      if (isTopBlock(open_[i].kind) == topBlock && test(open_[i])) return i;
-    return open_.size();
-  }
-  [[nodiscard]] std::size_t innermost(Kind kind) const {
-    const bool top = isTopBlock(kind);
-    return innermost([&](const Open& o) { return o.kind == kind || (top && o.implied); }, top);
-  }
-
-  void closesNothing(const Token& word, std::string_view closer, std::string_view opener) {
-    fault(Code::closesNothing, word.offset,
-          concat(closer, " closes nothing: no ", opener, " is open here; write ", opener,
-                 " before it or remove it"));
-  }
-
-  /// A closing line with what was read of it.
-  void close(std::size_t index, const Token& word) {
-    if (index == open_.size()) return;
-    closeDownTo(index + 1, &word);
-    appendDraft();
-    pop();
-  }
-
-  void closeKind(Kind kind, const Token& word, std::string_view closer, std::string_view opener) {
-    const std::size_t index = innermost(kind);
-    if (index == open_.size()) closesNothing(word, closer, opener);
-    close(index, word);
-    endStatement();
-  }
-
-  // Statements.
-
-  void start(Kind kind, const Token& word) {
-    draft_ = {};
-    pending_ = true;
-    draft_.kind = kind;
-    draft_.offset = draft_.nameOffset = word.offset;
-    draft_.firstNode = static_cast<std::uint32_t>(program_.nodes.size());
-    scratch_.clear();
-  }
-
-  std::uint32_t append(Statement& statement) {
-    const auto index = static_cast<std::uint32_t>(program_.statements.size());
-    statement.parent = open_.empty() ? index : open_.back().statement;
-    statement.end = index + 1;
-    statement.endNode = static_cast<std::uint32_t>(program_.nodes.size());
-    if (!scratch_.empty()) {
-      statement.first = static_cast<std::uint32_t>(program_.lists.size());
-      statement.count = static_cast<std::uint32_t>(scratch_.size());
-      program_.lists.insert(program_.lists.end(), scratch_.begin(), scratch_.end());
-      scratch_.clear();
-    }
-    program_.statements.push_back(statement);
-    return index;
-  }
-  std::uint32_t appendDraft() {
-    pending_ = false;
-    return append(draft_);
-  }
-
-  void root(std::uint32_t node) { scratch_.push_back(node); }
-
-  void endStatement() {
-    if (atEndOfStatement() || (atWord(Word::Else) && !open_.empty() && open_.back().oneLine))
-      return;
-    fail(token_,
-         concat(shown(token_),
-                " is too much here; end the statement before it, or separate two with ':'"));
-  }
-
-  void takeName(std::string_view what) {
-    if (!at(TokenKind::name) || token_.name < keywordCount) {
-      if (at(TokenKind::name))
-        fault(Code::reservedName, token_.offset,
-              concat("'", program_.spelling(token_.name),
-                     "' is a word of the language; choose another name for the ", what));
-      else
-        fault(Code::syntax, token_.offset,
-              concat("the name of the ", what, " is missing before ", shown(token_),
-                     "; write it there"));
-      throw LineFault{};
-    }
-    draft_.name = token_.name;
-    draft_.nameOffset = token_.offset;
-    advance();
-  }
-
-  void expectWord(Word word, std::string_view where) {
-    if (atWord(word)) return advance();
-    const std::string_view spelling = program_.spelling(idOf(word));
-    fault(
-        Code::syntax, token_.offset,
-        concat(spelling, " is missing before ", shown(token_), " in ", where, "; write it there"));
-    const bool misspelt = at(TokenKind::name) && token_.name >= keywordCount &&
-                          distanceBetween(program_.spelling(token_.name), spelling, 2) <= 2;
-    if (misspelt) advance();
-  }
-
-  // Where statements may stand.
-
-  void declarationPlace(const Token& word) {
-    if (inTableBlock()) closeAll(&word);
-    if (open_.size() > 1)
-      fault(Code::wrongPlace, word.offset,
-            concat(shown(word), " stands inside ", opening(open_.back()),
-                   "; declare before the program begins"));
-  }
-
-  void codePlace(const Token& word) {
-    if (open_.empty()) {
-      program_.impliedCode = true;
-      fault(Code::wrongPlace, word.offset,
-            concat(shown(word),
-                   " stands outside the program and its subroutines; write it after BeginProg, or "
-                   "put the missing Sub or BeginProg before it"));
-      imply(Kind::sub, word);
-    } else if (inTableBlock()) {
-      notInTable(word);
-    }
-  }
-
-  void notInTable(const Token& word) {
-    if (open_.front().told) return;
-    open_.front().told = true;
-    fault(Code::wrongPlace, word.offset,
-          concat(shown(word), " can't stand in ", opening(open_.front()),
-                 "; close the table with EndTable before it"));
-  }
-
-  void instructionPlace(const Token& word) {
-    const std::uint8_t places = instructionForms(word.name).front().places;
-    if (open_.empty()) return placeAtTop(word, places);
-    if (inTableBlock()) return (places & inTable) != 0 ? void() : notInTable(word);
-    if ((places & anyCode) == 0) {
-      const bool output = (places & inTable) != 0;
-      fault(Code::wrongPlace, word.offset,
-            concat(shown(word), " can't stand in the program; move it ",
-                   output ? "between DataTable and EndTable" : "before the program begins"));
-    } else if (open_.front().kind == Kind::beginProg && (places & inCode) == 0 &&
-               !isOpen(Kind::scan)) {
-      fault(Code::wrongPlace, word.offset,
-            concat(shown(word), " stands outside a scan; put it between Scan and Next Scan"));
-      imply(Kind::scan, word);
-    }
-  }
-
-  void placeAtTop(const Token& word, std::uint8_t places) {
-    if ((places & declarations) != 0) return;
-    if ((places & anyCode) != 0) return codePlace(word);
-    program_.impliedTable = true;
-    fault(Code::wrongPlace, word.offset,
-          concat(shown(word), " stands outside a table; put DataTable before it"));
-    imply(Kind::dataTable, word);
   }
 
   // Reading.
@@ -1017,10 +700,7 @@ class Parser : private ExpressionParser {
     keyword(static_cast<Word>(best), asWord(word, static_cast<Word>(best)));
   }
 
-  std::vector<Open> open_;
-  Statement draft_;
   bool begun_ = false;
-  bool pending_ = false;  // the draft is not in the program yet
 };
 
 }  // namespace

@@ -188,18 +188,17 @@ class Planner {
   }
 
   void finishAnalogRow() {
-    complainOfModules(ModuleKindIndex::analog7121, analog_.modulesNeeded(), "7121/22");
+    complainOfModules(ModuleKindIndex::analog7121, analog_.modulesNeeded());
     complainOfModules(ModuleKindIndex::excitation7131,
                       std::max({divisionUp(switchedUsed_, excitationsOf7131),
                                 divisionUp(controlUsed_, controlLinesOf7131),
-                                divisionUp(plan_.caoOfBridges, analogOutputsOf7131)}),
-                      "7131");
+                                divisionUp(plan_.caoOfBridges, analogOutputsOf7131)}));
   }
 
-  void complainOfModules(ModuleKindIndex kind, int needed, std::string_view name) {
+  void complainOfModules(ModuleKindIndex kind, int needed) {
     if (needed <= quantity(kind)) return;
     plan_.problems.push_back(text::concat("the measurements need ", needed, " modules of kind ",
-                                          name, ", the logger has ", quantity(kind),
+                                          moduleName(kind), ", the logger has ", quantity(kind),
                                           "; add modules or remove channels"));
   }
 
@@ -214,27 +213,14 @@ class Planner {
           width.differential ? row.differential(position) : row.singleEnded(position);
       channelsInUse += block.Reps;
     });
-    complainOfModules(infoOf(kind).module, row.modulesNeeded(), moduleName(kind));
-  }
-
-  static std::string_view moduleName(BlockKind kind) {
-    switch (kind) {
-      case BlockKind::highVoltage:
-        return "7127";
-      case BlockKind::isolated:
-        return "7128";
-      case BlockKind::filter:
-        return "7125";
-      default:
-        return "7141/42";
-    }
+    complainOfModules(infoOf(kind).module, row.modulesNeeded());
   }
 
   void complainOfReps(BlockKind kind, std::size_t n, int channels, int perModule) {
     if (channels <= perModule) return;
-    plan_.problems.push_back(text::concat(infoOf(kind).name, " block ", n,
-                                          " has more channels than one ", moduleName(kind),
-                                          " module; split it into several blocks"));
+    plan_.problems.push_back(
+        text::concat(infoOf(kind).name, " block ", n, " has more channels than one ",
+                     moduleName(infoOf(kind).module), " module; split it into several blocks"));
   }
 
   void placeFilterBlocks() {
@@ -247,7 +233,7 @@ class Planner {
       position += block.Reps;
       plan_.totals.TotFiltChans += block.Reps;
       complainOfReps(BlockKind::filter, n, position, channelsOf7125);
-      complainOfModules(ModuleKindIndex::filter7125, static_cast<int>(slot), "7125");
+      complainOfModules(ModuleKindIndex::filter7125, static_cast<int>(slot));
     });
   }
 
@@ -396,6 +382,14 @@ int moduleInSlot(const LoggerConfiguration& configuration, int slot) {
     if (slot <= last) return static_cast<int>(k);
   }
   return -1;
+}
+
+std::string_view moduleNameInSlot(const LoggerConfiguration& configuration, int slot) {
+  const int kind = moduleInSlot(configuration, slot);
+  if (kind < 0) return "None";
+  const bool isCpu = kind == static_cast<int>(ModuleKindIndex::cpu);
+  if (isCpu && isK700X(configuration)) return "7104";
+  return moduleName(static_cast<ModuleKindIndex>(kind));
 }
 
 Place placeOfElement(const Project& project, const ChannelPlan& plan, BlockKind kind,

@@ -87,6 +87,8 @@ ChannelPlan channelPlan(const Project& project);
 int firstSlot(const LoggerConfiguration& configuration, ModuleKindIndex kind);
 /// Module kind in a slot 1 to 15; -1 for an empty slot.
 int moduleInSlot(const LoggerConfiguration& configuration, int slot);
+/// What stands on the module in a slot: "7104"; "None" for an empty slot.
+std::string_view moduleNameInSlot(const LoggerConfiguration& configuration, int slot);
 
 /// Channel of one element (from 1) of a block in use, modules of the kind being filled in turn.
 Place placeOfElement(const Project& project, const ChannelPlan& plan, BlockKind kind,

@@ -54,8 +54,7 @@ std::string conditionWith(const Condition& condition, const std::string& value) 
   const std::string_view other = text::trimmed(condition.Varb);
   if (!other.empty()) return concat(compared, " ", other);
   const bool isOrIsNot = condition.Compare == equalsCode || condition.Compare == differsCode;
-  if (flagOf(condition) > 0 && isOrIsNot)
-    return concat(compared, " ", wordOf(condition.Value != 0));
+  if (testsFlag(condition) && isOrIsNot) return concat(compared, " ", wordOf(condition.Value != 0));
   return concat(compared, " ", value);
 }
 
@@ -274,6 +273,8 @@ std::string_view operatorText(int code) {
                                                             : "??";
 }
 
+bool testsFlag(const Condition& condition) { return flagOf(condition) > 0; }
+
 bool isComplete(const Condition& condition) {
   if (!withoutComment(condition.Expression).empty()) return true;
   const bool known = condition.Compare >= 0 && condition.Compare <= differsCode;
@@ -330,6 +331,34 @@ bool isWriteIfGrouping(std::string_view grouping, int conditions) {
   if (text::trimmed(grouping).empty()) return true;
   const std::vector<std::string> texts(static_cast<std::size_t>(conditionCount(conditions)), "x");
   return Grouping(grouping, texts).run().has_value();
+}
+
+std::optional<std::string> complaintAboutGrouping(const OutputTable& table) {
+  const int count = conditionCount(table.WriteIf);
+  if (!isWriteIfGrouping(table.GroupWriteIf, count))
+    return concat("'", table.GroupWriteIf, "' is no grouping of ", count,
+                  " conditions: join their numbers by And, Or, Not and parentheses, as in "
+                  "1 And (2 Or 3).");
+  const std::vector<std::string> conditions = writeIfConditions(table);
+  if (text::trimmed(table.GroupWriteIf).empty() || Grouping(table.GroupWriteIf, conditions).run())
+    return std::nullopt;
+  return concat("'", table.GroupWriteIf,
+                "' names a condition that is not complete: choose its variable, or leave it out.");
+}
+
+void storeDataEvent(OutputTable& table) {
+  enum Code { none, betweenStartAndStop, withRecordsAround };
+  const bool triggered = hasActiveTrigger(table);
+  const bool around = table.PreTriggerScans > 0 || table.AftTriggerScans > 0;
+  const auto textOf = [&](int trigger, std::string_view idle) {
+    std::string expression = triggerText(table, trigger);
+    return expression.empty() ? std::string(idle) : expression;
+  };
+  table.DataEventStart = triggered ? textOf(0, "True") : "";
+  table.DataEventStop = triggered ? textOf(1, "False") : "";
+  table.DataEventCode = static_cast<std::int16_t>(!triggered ? none
+                                                  : around   ? withRecordsAround
+                                                             : betweenStartAndStop);
 }
 
 std::string powerOffLine(const LoggerConfiguration& c) {

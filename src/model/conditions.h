@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,12 +29,21 @@ std::string writeIfText(const OutputTable& table);
 /// The scan's burst trigger; "" when there is none.
 std::string burstTriggerText(const ScanSetup& scan);
 
+/// A condition on a flag 1 to 8: its value reads True or False.
+bool testsFlag(const Condition& condition);
+
 bool hasActiveTrigger(const OutputTable& table);
 bool hasActiveWriteIf(const OutputTable& table);
 
 /// True for a grouping of write-if conditions that can be used: empty, or the numbers 1 to
 /// `conditions` joined by And, Or, Not and parentheses.
 bool isWriteIfGrouping(std::string_view grouping, int conditions);
+
+/// Why the grouping of a table's write-if conditions can't be used; nothing when it can.
+std::optional<std::string> complaintAboutGrouping(const OutputTable& table);
+
+/// Renews the texts and the code that tell of the triggers in the project file.
+void storeDataEvent(OutputTable& table);
 
 /// Statement that switches the logger off on a measurement; "" when that is not enabled.
 std::string powerOffLine(const LoggerConfiguration& configuration);

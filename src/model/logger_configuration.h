@@ -112,6 +112,9 @@ std::string_view programExtension(const LoggerConfiguration& configuration);
 /// "7103 CPU (1=7103, 2=7104)" or "7104 CPU (1=7103, 2=7104)".
 std::string cpuLabel(const LoggerConfiguration& configuration);
 
+/// "7121/22": the name of a module kind in programs and messages; the CPU has two.
+std::string_view moduleName(ModuleKindIndex kind);
+
 /// Modules that the user chose: all kinds but the three fixed ones.
 int userModules(const LoggerConfiguration& configuration);
 

@@ -19,6 +19,7 @@ using ports::Message;
 using text::concat;
 
 constexpr std::string_view lineBreak = "\r\n";
+constexpr double mbytesPerGbyte = 1024;
 
 Message refusal(std::string_view title, std::string text) {
   return {.title = std::string(title), .text = std::move(text)};
@@ -310,6 +311,30 @@ std::optional<Message> warningAboutReduction(const Project& project, ModuleKindI
   return yesOrNo("WARNING", concat(found->text, lineBreak, "ARE YOU SURE YOU WANT TO PROCEED?"));
 }
 
+std::optional<std::string> remarkOnAdaptor(const LoggerConfiguration& configuration) {
+  if (configuration.quantity(ModuleKindIndex::adaptor7151) == 0 || configuration.SizeCardA > 0)
+    return std::nullopt;
+  return "The 7151 has no card yet: set the capacity of card A.";
+}
+
+std::optional<std::string> complaintAboutOwnModules(const Project& project) {
+  Project apart = project;
+  apart.configuration.AutoChan = false;
+  for (const ReductionText& row : reductionTexts) {
+    const int have = project.configuration.quantity(row.kind);
+    const int needed = modulesNeeded(apart, row.kind);
+    if (needed > have && modulesNeeded(project, row.kind) <= have)
+      return concat("With a module for each block ", needed, " modules ", moduleName(row.kind),
+                    " are needed; there are ", have, ".");
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> complaintAboutCanif(int count) {
+  if (count <= 1) return std::nullopt;
+  return "The logger takes one CANIF: enter 0 or 1.";
+}
+
 std::optional<Message> complaintAboutTcmux(const Project& project, int count) {
   if (count <= 0) return std::nullopt;
   if (excitationGroups(project) == 0) return refusal("NO 7131 MODULES", "Please Add 7131 Modules!");
@@ -361,6 +386,10 @@ std::optional<Message> warningAboutSpectra(const Project& project,
   return std::nullopt;
 }
 
+bool allowsBurst(const LoggerConfiguration& configuration) {
+  return isK700X(configuration) || hasStaticRamCard(configuration);
+}
+
 std::optional<Message> warningAboutBurstCard(const Project& project,
                                              const LoggerConfiguration& edited) {
   if (!burstLosesCard(project, edited)) return std::nullopt;
@@ -371,7 +400,6 @@ std::optional<Message> warningAboutBurstCard(const Project& project,
 
 std::optional<double> cardSizeMbytes(std::string_view text, bool inGbytes) {
   constexpr double mostMbytes = 2048;
-  constexpr double mbytesPerGbyte = 1024;
   const std::string_view number = text::trimmed(text);
   const std::size_t point = number.find('.');
   const std::size_t decimals = point == std::string_view::npos ? 0 : number.size() - point - 1;
@@ -383,6 +411,10 @@ std::optional<double> cardSizeMbytes(std::string_view text, bool inGbytes) {
 
 std::string cardSizeHelp(bool inGbytes) {
   return inGbytes ? "Enter a value from 0 to 2" : "Enter a value from 0 to 2048";
+}
+
+std::string cardSizeText(double mbytes, bool inGbytes) {
+  return text::shortest(inGbytes ? mbytes / mbytesPerGbyte : mbytes);
 }
 
 std::optional<Message> questionAboutCard(double oldMbytes, double newMbytes) {
@@ -411,9 +443,11 @@ std::string totalLabel(int userModules) {
   return concat("TOTAL (3 fixed + ", userModules, " user selected)");
 }
 
+std::string_view quantityName(int box) { return textAt(boxTexts, box); }
+
 std::string quantityHelp(const LoggerConfiguration& configuration, int box) {
   if (box == cpuBox) return cpuLabel(configuration);
-  return concat("Enter the number of ", textAt(boxTexts, box), " modules installed in the Logger.");
+  return concat("Enter the number of ", quantityName(box), " modules installed in the Logger.");
 }
 
 std::string peripheralHelp(Peripheral peripheral) {

@@ -38,6 +38,15 @@ int modulesNeeded(const Project& project, ModuleKindIndex kind);
 std::optional<ports::Message> warningAboutReduction(const Project& project, ModuleKindIndex kind,
                                                     int count);
 
+/// A card adaptor without a card.
+std::optional<std::string> remarkOnAdaptor(const LoggerConfiguration& configuration);
+
+/// Blocks that need a module of their own each and have too few.
+std::optional<std::string> complaintAboutOwnModules(const Project& project);
+
+/// More interfaces than the logger takes.
+std::optional<std::string> complaintAboutCanif(int count);
+
 /// More multiplexers than the modules can connect.
 std::optional<ports::Message> complaintAboutTcmux(const Project& project, int count);
 
@@ -46,6 +55,8 @@ std::optional<ports::Message> questionAboutTcmuxBlocks(const Project& project,
                                                        const LoggerConfiguration& edited);
 std::optional<ports::Message> warningAboutSpectra(const Project& project,
                                                   const LoggerConfiguration& edited);
+/// A scan can be buffered in bursts: on a 7104, or with a static RAM card.
+bool allowsBurst(const LoggerConfiguration& configuration);
 std::optional<ports::Message> warningAboutBurstCard(const Project& project,
                                                     const LoggerConfiguration& edited);
 
@@ -53,6 +64,8 @@ std::optional<ports::Message> warningAboutBurstCard(const Project& project,
 /// nothing for a text that is no such size.
 std::optional<double> cardSizeMbytes(std::string_view text, bool inGbytes);
 std::string cardSizeHelp(bool inGbytes);
+/// A size in Mbytes as it is shown in its unit.
+std::string cardSizeText(double mbytes, bool inGbytes);
 /// Taking the card away moves the tables to the logger's memory.
 std::optional<ports::Message> questionAboutCard(double oldMbytes, double newMbytes);
 
@@ -61,6 +74,8 @@ std::optional<ports::Message> questionAboutCard(double oldMbytes, double newMbyt
 void applyConfiguration(Project& project, LoggerConfiguration edited);
 
 std::string totalLabel(int userModules);
+/// "7121/7122 Analog Input": what a quantity box counts.
+std::string_view quantityName(int box);
 std::string quantityHelp(const LoggerConfiguration& configuration, int box);
 std::string peripheralHelp(Peripheral peripheral);
 inline constexpr std::string_view stripCaption =

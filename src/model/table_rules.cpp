@@ -141,9 +141,17 @@ std::optional<Message> informationAboutFlag(const Project& project, int flag) {
   return Message{.title = "FLAG INFORMATION", .text = std::move(text), .icon = Icon::none};
 }
 
+std::string filterTableName(std::string_view interval, std::size_t table) {
+  if (isVoltFilterRate(interval)) return concat("VFilt", table);
+  return isFftFilterRate(interval) ? concat("FFilt", table) : "";
+}
+
+std::string equivalentScansLabel(const OutputTable& table) {
+  return concat("The number of equivalent scans per second for ", table.TableName, ".");
+}
+
 std::string equivalentScansText(const Project& project, const OutputTable& table) {
-  const double micros =
-      table.SyncTable ? scanMicros(project) : KGEN_COMMON::OutputIntervalMicros(project, table);
+  const double micros = recordMicros(project, table);
   return micros > 0 ? concat(1e6 / micros, " /Sec") : "";
 }
 

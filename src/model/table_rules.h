@@ -1,8 +1,10 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "model/project.h"
@@ -13,6 +15,17 @@ namespace model {
 
 inline constexpr std::size_t maxTableNameLength = 8;
 inline constexpr std::string_view tableNameHelp = "Enter a table name up to 8 characters long.";
+
+inline constexpr std::string_view calculatedTimeHelp =
+    "Uncheck here to store date & time with each record (stores time in 12 bytes per record).";
+inline constexpr std::string_view tableTimeHelp = "Press to display data tables time to fill.";
+/// Where a table can be, with the code of TableLocation, and on which card.
+inline constexpr std::array<std::pair<int, std::string_view>, 3> tableLocations = {
+    {{3, "a PCMCIA device in the PAM module."},
+     {2, "Flash (non-volatile) memory on the CPU."},
+     {1, "S-Ram on the CPU."}}};
+inline constexpr std::array<std::pair<int, std::string_view>, 3> tableCards = {
+    {{1, "A."}, {2, "B."}, {0, "either one."}}};
 
 /// Keys that the name box takes: letters, digits, "_" and Backspace.
 bool isTableNameKey(char key);
@@ -33,6 +46,11 @@ std::optional<ports::Message> questionAboutTableFlags(const Project& project);
 /// A flag 1 to 8 that the flags window controls already, and the lines that set it.
 std::optional<ports::Message> informationAboutFlag(const Project& project, int flag);
 
+/// The name that is proposed for a table at the rate of a filter; "" for any other interval.
+std::string filterTableName(std::string_view interval, std::size_t table);
+
+/// "The number of equivalent scans per second for Data01."
+std::string equivalentScansLabel(const OutputTable& table);
 /// "20 /Sec": how often a table keeps a record; "" when it has no interval.
 std::string equivalentScansText(const Project& project, const OutputTable& table);
 /// The time to fill of all tables that are on.

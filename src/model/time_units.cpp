@@ -118,10 +118,12 @@ Duration durationFrom(double seconds) {
   return time;
 }
 
+double recordMicros(const Project& project, const OutputTable& table) {
+  return table.SyncTable ? scanMicros(project) : KGEN_COMMON::OutputIntervalMicros(project, table);
+}
+
 double secondsToFill(const Project& project, const OutputTable& table) {
-  const double micros =
-      table.SyncTable ? scanMicros(project) : KGEN_COMMON::OutputIntervalMicros(project, table);
-  return micros / 1e6 * table.Buffer;
+  return recordMicros(project, table) / 1e6 * table.Buffer;
 }
 
 bool isAutoSized(const OutputTable& table) { return table.AutoSize || table.Buffer < 0; }

@@ -40,6 +40,9 @@ double fftFilterMicros(const Project& project);
 /// A number's interval text as a whole number, 0 counting as 1.
 std::int64_t intervalNumber(std::string_view interval);
 
+/// Microseconds between the records of a table: those of the scan when it keeps one each scan.
+double recordMicros(const Project& project, const OutputTable& table);
+
 /// The interval of a table as program and table information state it.
 struct ShownInterval {
   bool synchronous = false;

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "model/quantity_rules.h"
 #include "model/stored_outputs.h"
+#include "model/table_space.h"
 #include "model/time_units.h"
 #include "text/numbers.h"
 #include "text/strings.h"
@@ -18,9 +20,6 @@ using Complaint = std::optional<std::string>;
 
 constexpr std::int64_t bytesPerValue = 4;
 constexpr std::int64_t bytesPerScan = 8;
-constexpr double sRamBytes7103 = 1'000'000;
-constexpr double sRamBytes7104 = 4'000'000;
-constexpr double bytesPerMbyte = 1'048'576;
 
 std::string micros(double value) { return text::formatted(value, "###,##0.###"); }
 
@@ -52,23 +51,6 @@ std::int64_t valuesOfScan(const model::Project& project) {
   for (const model::CanItem& item : project.can.items)
     if (model::canItemInUse(project, item)) values += item.values.size();
   return static_cast<std::int64_t>(values);
-}
-
-struct Medium {
-  std::string_view name;
-  double bytes;
-};
-
-Medium bufferMedium(const model::Project& project) {
-  switch (project.scan.PamBuffer) {
-    case 1:
-      return {"card A", project.configuration.SizeCardA * bytesPerMbyte};
-    case 2:
-      return {"card B", 0};
-    default:
-      return {"the S-Ram of the CPU",
-              model::isK700X(project.configuration) ? sRamBytes7104 : sRamBytes7103};
-  }
 }
 
 Complaint complaintAboutRange(const model::Project& project) {
@@ -103,11 +85,12 @@ Complaint complaintAboutFilters(const model::Project& project) {
 Complaint complaintAboutBuffer(const model::Project& project) {
   if (isBurst(project) && scansBuffered(project) < 1)
     return "A burst scan needs a buffer of at least 1 scan.";
-  const Medium medium = bufferMedium(project);
+  const model::Medium medium = model::bufferMediumOf(project.scan);
+  const double room = model::capacityOf(project.configuration, medium);
   const auto bytes = static_cast<double>(bufferBytes(project));
-  if (bytes <= medium.bytes) return {};
-  return concat("The scan buffer takes ", micros(bytes), " bytes; ", medium.name, " holds ",
-                micros(medium.bytes), ". Buffer fewer scans.");
+  if (bytes <= room) return {};
+  return concat("The scan buffer takes ", micros(bytes), " bytes; ", model::nameOf(medium),
+                " holds ", micros(room), ". Buffer fewer scans.");
 }
 
 }  // namespace
@@ -142,6 +125,11 @@ std::optional<std::string> complaintAboutScan(const model::Project& project) {
                            complaintAboutBuffer})
     if (auto complaint = check(project)) return complaint;
   return {};
+}
+
+std::optional<std::string> complaintAboutBurst(const model::Project& project) {
+  if (model::allowsBurst(project.configuration)) return {};
+  return "A burst scan needs a 7104 CPU, or a 7103 CPU with a static RAM card.";
 }
 
 std::optional<std::string> warningAboutEstimate(const model::Project& project,

@@ -35,6 +35,9 @@ std::int64_t bufferBytes(const model::Project& project);
 /// filter subscans, buffer. The first fault counts.
 std::optional<std::string> complaintAboutScan(const model::Project& project);
 
+/// Why the logger can't scan in bursts.
+std::optional<std::string> complaintAboutBurst(const model::Project& project);
+
 /// The measurements take longer than the scan by estimate.
 std::optional<std::string> warningAboutEstimate(const model::Project& project,
                                                 const model::ChannelPlan& plan);

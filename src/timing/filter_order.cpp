@@ -109,6 +109,12 @@ ports::Message subscanLimitMessage(int scansPerSubscan, bool inWindow) {
                concat("scan rate is ", scansPerSubscan, ".")})};
 }
 
+std::int16_t mostScansPerSubScan(double scanMicros) {
+  constexpr double most = std::numeric_limits<std::int16_t>::max();
+  const double scans = halfEven(static_cast<double>(longestSubscanMicros) / scanMicros);
+  return static_cast<std::int16_t>(std::min(scans, most));
+}
+
 std::string shownMicros(std::int32_t micros) {
   return concat(text::formatted(micros, "###,##0"), " uSec");
 }
@@ -139,9 +145,10 @@ std::int32_t cFilterOrder::CalcFOrderOrIntTime(std::int32_t ScanInterval, std::i
 
 /// The message is shown even on a repeated question: the caller's value changes.
 void cFilterOrder::limitSubscan(std::int32_t scanInterval, std::int16_t& scansPerSubScan) {
-  constexpr auto longest = static_cast<double>(longestSubscanMicros);
-  if (static_cast<double>(scanInterval) * scansPerSubScan <= longest) return;
-  scansPerSubScan = static_cast<std::int16_t>(halfEven(longest / scanInterval));
+  if (static_cast<double>(scanInterval) * scansPerSubScan <=
+      static_cast<double>(longestSubscanMicros))
+    return;
+  scansPerSubScan = mostScansPerSubScan(scanInterval);
   scansPerSubScan_ = scansPerSubScan;
   messages_.show(subscanLimitMessage(scansPerSubScan));
 }

@@ -20,6 +20,9 @@ constexpr std::int64_t longestSubscanMicros = 1'800'000'000;
 /// The subscan that leaves a time for measuring, without the limits of 32 bits.
 std::int64_t subscanFor(std::int64_t measurementMicros, bool openThermocouple, bool reversal);
 
+/// The most main scans of a subscan that the limit of 30 minutes allows.
+std::int16_t mostScansPerSubScan(double scanMicros);
+
 /// Says that scans per subscan were set to the largest that the limit of 30 minutes allows; the
 /// isolated-block window speaks of the subscan that the user just entered.
 ports::Message subscanLimitMessage(int scansPerSubscan, bool inWindow = false);

@@ -224,6 +224,13 @@ MeasurementTimes measurementTimes(const model::Project& project, const model::Ch
   return Estimate(project, plan).run();
 }
 
+std::string_view nameOf(TimeGroup group) {
+  static constexpr std::array<std::string_view, timeGroups> names = {
+      "Thermocouple", "Voltage", "High voltage", "Bridge", "Pulse", "TCMUX",
+      "Filter",       "CAN",     "CAO outputs",  "Ports",  "Flags"};
+  return names[static_cast<std::size_t>(group)];
+}
+
 std::vector<ScanLimit> scanLimits(const model::Project& project, const model::ChannelPlan& plan) {
   std::vector<ScanLimit> limits = {{"logger", shortestScanMicros, longestScanMicros}};
   limits.push_back({"measurements", measurementTimes(project, plan).total});

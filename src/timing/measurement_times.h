@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/channel_plan.h"
@@ -26,6 +27,8 @@ enum class TimeGroup {
   flag
 };
 constexpr std::size_t timeGroups = 11;
+/// "High voltage"
+std::string_view nameOf(TimeGroup group);
 
 /// What the measurements of one scan take by estimate, in microseconds.
 struct MeasurementTimes {

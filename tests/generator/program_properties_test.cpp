@@ -8,23 +8,10 @@
 #include "model/stored_outputs.h"
 #include "support/demo_project.h"
 #include "support/program_reader.h"
-#include "support/random_project.h"
+#include "support/random_case.h"
 #include "text/strings.h"
 
 namespace {
-
-struct Case {
-  model::Project project;
-  model::DocumentStamp stamp = support::demoStamp();
-};
-
-Case randomCase(unsigned seed) {
-  std::mt19937 random(seed);
-  Case result{
-      support::randomProject(random, {seed % 3 != 0, static_cast<int>(20 + seed * 7 % 80)})};
-  result.stamp.dunmoreHost = seed % 4 == 0;
-  return result;
-}
 
 /// The last field number of each table (by its number) in a table information text. Rows are
 /// numbered without gaps: a row is "7" or, for the values of a histogram, "12-21".
@@ -43,7 +30,7 @@ std::map<std::size_t, std::size_t> lastFields(const std::string& information) {
   return last;
 }
 
-void expectRecordsAgree(const Case& one, const support::ProgramReading& reading) {
+void expectRecordsAgree(const support::RandomCase& one, const support::ProgramReading& reading) {
   std::map<std::string, support::TableRecord> records;
   for (const support::TableRecord& record : reading.tables) records[record.name] = record;
   const auto fields = lastFields(companion::tableInformation(one.project, one.stamp));
@@ -61,7 +48,7 @@ void expectRecordsAgree(const Case& one, const support::ProgramReading& reading)
 TEST(ProgramProperties, RandomProjectsGiveCorrectProgramsWhoseRecordsAgree) {
   for (unsigned seed = 0; seed < 300; ++seed) {
     SCOPED_TRACE(seed);
-    const Case one = randomCase(seed);
+    const support::RandomCase one = support::randomCase(seed);
     const SAVEDLD::Program program = SAVEDLD::generate(one.project, one.stamp);
     const support::ProgramReading reading = support::readProgram(program.text);
     ASSERT_EQ(support::faultList(program.text, reading.faults), "");

@@ -190,6 +190,16 @@ TEST(Check, TellsChannelsMeasuredTwice) {
             inScan);
 }
 
+TEST(Check, TellsLevelsThatHaveTooLittleRoom) {
+  const auto table = [](std::string_view levels) {
+    return shown(concat("Dim S(2), L1(3), L2(2)\nDataTable(T,True,1)\nLevelCrossing(S(),FP2,0,",
+                        levels, ",L1(),L2(),0,0)\nEndTable\nBeginProg\nCallTable T\nEndProg"));
+  };
+  EXPECT_EQ(table("3,2"), "");
+  EXPECT_EQ(table("4,2"), "3:29 index-range");
+  EXPECT_EQ(table("3,3"), "3:34 index-range");
+}
+
 TEST(Check, CountsDataAgainstRead) {
   const auto program = [](std::string_view data, std::string_view body) {
     return shown(inProgram(concat(data, "\nBeginProg\n", body, "\nCallTable T\nEndProg")));
@@ -206,6 +216,7 @@ TEST(Check, TellsWhatIsNotUsed) {
                   "Sub S\nEnd Sub\nBeginProg\nX = Q\nEndProg",
                   true),
             "1:14 never-used, 4:11 table-not-called, 6:5 never-used");
+  EXPECT_EQ(shown("Public X\nBeginProg\nEndProg", true), "");  // seen from outside
   // A misspelt name counts as the one that was meant.
   EXPECT_EQ(shown("Dim Speed\nBeginProg\nSpeeed = 1\nEndProg", true), "3:1 undeclared-name");
 }

@@ -9,7 +9,8 @@
 #include "logscript/check.h"
 #include "logscript/scan_times.h"
 #include "support/demo_project.h"
-#include "support/random_project.h"
+#include "support/program_lines.h"
+#include "support/random_case.h"
 #include "text/strings.h"
 
 namespace {
@@ -27,12 +28,8 @@ std::string problems(std::string_view program) {
 }
 
 std::string randomProgram(unsigned seed) {
-  std::mt19937 random(seed);
-  const int fullness = static_cast<int>(20 + seed * 7 % 80);
-  const model::Project project = support::randomProject(random, {seed % 3 != 0, fullness});
-  model::DocumentStamp stamp = support::demoStamp();
-  stamp.dunmoreHost = seed % 4 == 0;
-  return SAVEDLD::generate(project, stamp).text;
+  const support::RandomCase one = support::randomCase(seed);
+  return SAVEDLD::generate(one.project, one.stamp).text;
 }
 
 std::vector<std::string> goldenPrograms() {
@@ -61,36 +58,6 @@ TEST(GeneratedPrograms, CutAnywhereAreReadWithoutCrash) {
   }
 }
 
-using Lines = std::vector<std::string>;
-
-Lines linesOf(const std::string& program) {
-  Lines lines(1);
-  for (const char c : program) {
-    if (c == '\n')
-      lines.emplace_back();
-    else
-      lines.back().push_back(c);
-  }
-  return lines;
-}
-
-std::string joined(const Lines& lines) {
-  std::string program;
-  for (const std::string& line : lines) program += line + "\n";
-  return program;
-}
-
-std::string codeOf(const std::string& line) {
-  return std::string(text::trimmed(line.substr(0, line.find('\''))));
-}
-
-bool startsWithAny(const std::string& code, std::initializer_list<std::string_view> starts) {
-  return std::any_of(starts.begin(), starts.end(),
-                     [&](std::string_view start) { return code.starts_with(start); });
-}
-
-bool isNamePart(char c) { return text::isLetter(c) || text::isDigit(c) || c == '_'; }
-
 /// One fault put into a line of a program; empty when the line is not one for it.
 class Mutator {
  public:
@@ -107,7 +74,7 @@ class Mutator {
   };
 
   std::string faulty(Kind kind, const std::string& line, const std::string& whole) {
-    const std::string code = codeOf(line);
+    const std::string code = support::codeOf(line);
     switch (kind) {
       case declarationDropped:
         return isUsedDeclaration(code, whole) ? " " : "";
@@ -118,7 +85,7 @@ class Mutator {
       case argumentDropped:
         return withoutArgument(code);
       case closingDropped:
-        return startsWithAny(code, {"Next", "End", "Loop"}) ? " " : "";
+        return support::startsWithAny(code, {"Next", "End", "Loop"}) ? " " : "";
       default:
         return doubled(code);
     }
@@ -135,8 +102,8 @@ class Mutator {
          at = whole.find(name, at + 1)) {
       const std::size_t lineStart = whole.rfind('\n', at) + 1;
       const bool comment = whole.substr(lineStart, at - lineStart).find('\'') != std::string::npos;
-      if (!comment && (at == 0 || !isNamePart(whole[at - 1])) &&
-          !isNamePart(whole[at + name.size()]))
+      if (!comment && (at == 0 || !support::isNamePart(whole[at - 1])) &&
+          !support::isNamePart(whole[at + name.size()]))
         ++count;
     }
     return count;
@@ -144,22 +111,24 @@ class Mutator {
 
   static std::string nameAfter(const std::string& code, std::size_t at) {
     std::size_t end = at;
-    while (end < code.size() && isNamePart(code[end])) ++end;
+    while (end < code.size() && support::isNamePart(code[end])) ++end;
     return code.substr(at, end - at);
   }
 
   static bool isUsedDeclaration(const std::string& code, const std::string& whole) {
-    if (!startsWithAny(code, {"Const ", "Dim ", "Public "}) || code.find(',') < code.find('('))
+    if (!support::startsWithAny(code, {"Const ", "Dim ", "Public "}) ||
+        code.find(',') < code.find('('))
       return false;
     return uses(nameAfter(code, code.find(' ') + 1), whole) > 1;
   }
 
   /// A letter doubled in a name that the rest of the program uses.
   std::string misspelt(const std::string& code, const std::string& whole) {
-    if (code.empty() || startsWithAny(code, {"Units", "Alias", "Data "})) return {};
+    if (code.empty() || support::startsWithAny(code, {"Units", "Alias", "Data "})) return {};
     std::vector<std::size_t> starts;
     for (std::size_t i = 0; i < code.size(); ++i)
-      if (text::isLetter(code[i]) && (i == 0 || (!isNamePart(code[i - 1]) && code[i - 1] != '$')))
+      if (text::isLetter(code[i]) &&
+          (i == 0 || (!support::isNamePart(code[i - 1]) && code[i - 1] != '$')))
         starts.push_back(i);
     if (starts.empty()) return {};
     const std::size_t at = starts[below(starts.size())];
@@ -167,31 +136,18 @@ class Mutator {
     return code.substr(0, at + 1) + code.substr(at);
   }
 
-  static bool isCall(const std::string& code) {
-    const std::size_t open = code.find('(');
-    return open != std::string::npos && code.ends_with(')') &&
-           code.find(" = ") == std::string::npos &&
-           !startsWithAny(code, {"Dim", "Public", "Alias", "If", "SlotConfigure"});
-  }
-
-  /// Commas between the arguments of the outermost call.
-  static std::vector<std::size_t> commas(const std::string& code) {
-    std::vector<std::size_t> found;
-    int depth = 0;
-    for (std::size_t i = 0; i < code.size(); ++i) {
-      depth += code[i] == '(' ? 1 : code[i] == ')' ? -1 : 0;
-      if (code[i] == ',' && depth == 1) found.push_back(i);
-    }
-    return found;
+  /// Sample and Excite may have an argument more or less; which was meant only reading back knows.
+  static bool hasOneForm(const std::string& code) {
+    return support::isCall(code) && !support::startsWithAny(code, {"Sample", "Excite"});
   }
 
   static std::string withArgument(const std::string& code) {
-    return isCall(code) ? code.substr(0, code.size() - 1) + ",1)" : std::string();
+    return hasOneForm(code) ? code.substr(0, code.size() - 1) + ",1)" : std::string();
   }
 
   std::string withoutArgument(const std::string& code) {
-    std::vector<std::size_t> cuts = commas(code);
-    if (!isCall(code) || cuts.empty()) return {};
+    const std::vector<std::size_t> cuts = support::commas(code);
+    if (!hasOneForm(code) || cuts.empty()) return {};
     const std::size_t at = below(cuts.size());
     const std::size_t end = at + 1 < cuts.size() ? cuts[at + 1] : code.size() - 1;
     return code.substr(0, cuts[at]) + code.substr(end);
@@ -199,7 +155,8 @@ class Mutator {
 
   /// A measurement whose channel becomes that of the instruction before: written twice.
   static std::string doubled(const std::string& code) {
-    return startsWithAny(code, {"VoltSE(", "VoltDiff(", "TCDIFF(", "TCSE(", "Br", "PulseCount("})
+    return support::startsWithAny(code,
+                                  {"VoltSE(", "VoltDiff(", "TCDIFF(", "TCSE(", "Br", "PulseCount("})
                ? code + "\n" + code
                : std::string();
   }
@@ -214,7 +171,7 @@ TEST(Mutations, AreReported) {
   std::string list;
   for (unsigned seed = 0; seed < 60; ++seed) {
     const std::string program = randomProgram(seed);
-    const Lines lines = linesOf(program);
+    const support::Lines lines = support::linesOf(program);
     const std::string clean = problems(program);
     for (int n = 0; n < 600; ++n) {
       const auto kind = static_cast<Mutator::Kind>(n % Mutator::kinds);
@@ -222,13 +179,13 @@ TEST(Mutations, AreReported) {
           std::uniform_int_distribution<std::size_t>(0, lines.size() - 1)(random);
       const std::string faulty = mutator.faulty(kind, lines[at], program);
       if (faulty.empty() || tried[kind] > 400) continue;
-      Lines changed = lines;
+      support::Lines changed = lines;
       changed[at] = faulty;
       ++tried[kind];
-      if (problems(joined(changed)) != clean) continue;
+      if (problems(support::joined(changed)) != clean) continue;
       ++missed[kind];
-      list +=
-          concat(seed, ":", at + 1, " ", int{kind}, ": ", codeOf(lines[at]), " -> ", faulty, "\n");
+      list += concat(seed, ":", at + 1, " ", int{kind}, ": ", support::codeOf(lines[at]), " -> ",
+                     faulty, "\n");
     }
   }
   int all = 0, silent = 0;

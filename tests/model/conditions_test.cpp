@@ -85,6 +85,33 @@ TEST(WriteIf, FollowsTheGrouping) {
   EXPECT_FALSE(hasActiveWriteIf(table));
 }
 
+TEST(WriteIf, SaysWhyAGroupingCannotBeUsed) {
+  OutputTable table;
+  table.WriteIf = 2;
+  table.conditions.writeIf(1) = condition("A", 2, 0, 1);
+  const std::pair<std::string_view, bool> cases[] = {
+      {"", true}, {"1", true}, {"1 And 2", false}, {"1 And 3", false}, {"(1", false}};
+  for (const auto& [grouping, usable] : cases) {  // the second condition is not complete
+    table.GroupWriteIf = grouping;
+    EXPECT_EQ(!complaintAboutGrouping(table), usable) << grouping;
+  }
+}
+
+TEST(Triggers, AreToldInTheProjectFile) {
+  OutputTable table = tableWithConditions();
+  storeDataEvent(table);
+  EXPECT_EQ(table.DataEventStart, "A > 90.1 Or Flag(5) = True");
+  EXPECT_EQ(table.DataEventStop, "False");
+  EXPECT_EQ(table.DataEventCode, 1);
+  table.AftTriggerScans = 10;
+  storeDataEvent(table);
+  EXPECT_EQ(table.DataEventCode, 2);
+  table.TrigTable = 0;  // a text that stays would come back as a condition
+  storeDataEvent(table);
+  EXPECT_EQ(table.DataEventStart + table.DataEventStop, "");
+  EXPECT_EQ(table.DataEventCode, 0);
+}
+
 TEST(BurstTrigger, IsAConditionOrAFlag) {
   ScanSetup scan;
   scan.TriggerMeasVar = "VBlk1(1)";

@@ -1,13 +1,12 @@
-#include "generator/repair.h"
+#include "model/repair.h"
 
 #include <algorithm>
 
 #include "text/strings.h"
 
-namespace generator {
+namespace model {
 namespace {
 
-using model::BlockKind;
 using text::concat;
 
 constexpr std::string_view dataTypes[] = {"FP2", "IEEE4"};
@@ -24,9 +23,9 @@ class Repair {
 
   /// True when something needs mending.
   bool run() {
-    for (const BlockKind kind : model::allBlockKinds)
-      for (std::size_t n = 1; n <= model::infoOf(kind).blockLimit; ++n)
-        if (model::inUse(project_, kind, n)) takeBlock(kind, n);
+    for (const BlockKind kind : allBlockKinds)
+      for (std::size_t n = 1; n <= infoOf(kind).blockLimit; ++n)
+        if (inUse(project_, kind, n)) takeBlock(kind, n);
     where_ = "isolated blocks";
     atLeast(project_.isolated.ScansPerSubScan, 1, "scans per subscan");
     for (std::size_t s = 0; s < project_.filterSlots.size(); ++s) takeSlot(s);
@@ -37,9 +36,9 @@ class Repair {
  private:
   void takeBlock(BlockKind kind, std::size_t number) {
     auto& block = project_.block(kind, number);
-    where_ = concat(model::infoOf(kind).name, " block ", number);
-    const auto& ranges = model::rangesOf(kind);
-    if (!ranges.empty()) word(block.Range, ranges, model::defaultBlock(kind).Range, "range");
+    where_ = concat(infoOf(kind).name, " block ", number);
+    const auto& ranges = rangesOf(kind);
+    if (!ranges.empty()) word(block.Range, ranges, defaultBlock(kind).Range, "range");
     word(block.DataResolution, dataTypes, "FP2", "data type");
     word(block.MeasType, inputTypes, "Diff", "input");
     atLeast(block.SettleTime, 0, "settling time");
@@ -113,12 +112,11 @@ class Repair {
 
 }  // namespace
 
-std::optional<model::Project> repaired(const model::Project& project,
-                                       std::vector<std::string>& notes) {
-  if (!Repair<const model::Project>(project, notes).run()) return std::nullopt;
-  model::Project mended = project;
-  Repair<model::Project>(mended, notes).run();
+std::optional<Project> repaired(const Project& project, std::vector<std::string>& notes) {
+  if (!Repair<const Project>(project, notes).run()) return std::nullopt;
+  Project mended = project;
+  Repair<Project>(mended, notes).run();
   return mended;
 }
 
-}  // namespace generator
+}  // namespace model

@@ -1,0 +1,76 @@
+#include "control/program_excerpt.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "generator/program_writer.h"
+#include "support/demo_project.h"
+
+namespace control {
+namespace {
+
+constexpr std::string_view program =
+    "Const VREP1 = 2      'Press counts\r\n"
+    "Dim VBlk1(VREP1)\r\n"
+    "Dim MVBlk1(VREP1)\r\n"
+    "Alias VBlk1(1) = Press\r\n"
+    "DataTable(T1,True,-1)\r\n"
+    "   Average(1,VBlk1(),FP2,False)\r\n"
+    "   Sample(1,Other,FP2)\r\n"
+    "EndTable\r\n"
+    "BeginProg\r\n"
+    "   Scan(1,Sec,0,0)\r\n"
+    "      VoltDiff(VBlk1(),VREP1,mV50)\r\n"
+    "      If PRESS > 3 Then Flag(3) = True\r\n"
+    "      If Other > 3 Then\r\n"
+    "         Flag(3) = False\r\n"
+    "         Flag(30) = Pressure\r\n"
+    "      EndIf\r\n"
+    "   NextScan\r\n"
+    "EndProg\r\n";
+
+TEST(Excerpt, HasWholeWordsBelowTheLineThatOpensTheirBlock) {
+  EXPECT_EQ(excerpt(program, {"press"}),
+            "Alias VBlk1(1) = Press\r\n"
+            "   Scan(1,Sec,0,0)\r\n"
+            "      If PRESS > 3 Then Flag(3) = True\r\n");
+  EXPECT_EQ(excerpt(program, {"Flag(3)"}),
+            "   Scan(1,Sec,0,0)\r\n"
+            "      If PRESS > 3 Then Flag(3) = True\r\n"
+            "      If Other > 3 Then\r\n"
+            "         Flag(3) = False\r\n");
+  EXPECT_EQ(excerpt(program, {"VBl*", "Nothing"}),
+            "Dim VBlk1(VREP1)\r\n"
+            "Alias VBlk1(1) = Press\r\n"
+            "DataTable(T1,True,-1)\r\n"
+            "   Average(1,VBlk1(),FP2,False)\r\n"
+            "   Scan(1,Sec,0,0)\r\n"
+            "      VoltDiff(VBlk1(),VREP1,mV50)\r\n");
+  EXPECT_EQ(excerpt(program, {"t1{}"}),
+            "DataTable(T1,True,-1)\r\n"
+            "   Average(1,VBlk1(),FP2,False)\r\n"
+            "   Sample(1,Other,FP2)\r\n"
+            "EndTable\r\n");
+  for (const std::vector<std::string>& names :
+       std::vector<std::vector<std::string>>{{}, {""}, {"*"}, {"VBl"}, {"counts"}})
+    EXPECT_EQ(excerpt(program, names), "");
+}
+
+TEST(Excerpt, TakesAnyTextAsProgram) {
+  EXPECT_EQ(excerpt("", {"a"}), "");
+  EXPECT_EQ(excerpt("EndIf\nx = a", {"a"}), "x = a");
+  EXPECT_EQ(excerpt("Next Scan : a(\n\"'\" a ' a", {"a"}), "Next Scan : a(\n\"'\" a ' a");
+}
+
+TEST(Excerpt, ShowsWhatASettingOfAProjectGives) {
+  const std::string text = SAVEDLD::generate(support::demoProject(), support::demoStamp()).text;
+  const std::string lines = excerpt(text, {"Press"});
+  EXPECT_NE(lines.find("Alias VBlk1(1) = Press"), std::string::npos) << lines;
+  EXPECT_NE(lines.find("Alias OVBlk1(1) = O$Press"), std::string::npos) << lines;
+  EXPECT_NE(lines.find("Units Press = psi"), std::string::npos) << lines;
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 4) << lines;  // comments don't count
+}
+
+}  // namespace
+}  // namespace control

@@ -1,0 +1,84 @@
+#include "model/can_values.h"
+
+#include <gtest/gtest.h>
+
+#include "support/demo_project.h"
+#include "text/strings.h"
+
+namespace model {
+namespace {
+
+/// Wheel speeds (four values), a temperature in byte 2 and a reply.
+Project vehicle() {
+  Project project = support::projectWith(2, {});
+  project.can.CanBusEnabled = true;
+  project.can.CanDataIDType = 1;
+  project.can.CanCount = 3;
+  fitLists(project);
+  auto& items = project.can.items;
+  items[0].DataId = "&H18FEBF0B";
+  items[0].ItemMessageType = 2;
+  items[0].NumBits = 16;
+  items[0].NumVals = 4;
+  items[0].Mult = 0.5;
+  items[0].Units = "km/h";
+  items[1].DataId = "419348235";  // the same identifier
+  items[1].ItemMessageType = 3;
+  items[1].StartBit = 9;
+  items[1].NumBits = 8;
+  items[1].Offset = -40;
+  items[2].DataId = "2024";
+  items[2].DataStyle = 2;
+  items[2].ItemMessageType = 1;
+  items[2].StartBit = 25;
+  items[2].NumBits = 8;
+  items[2].RxDataMatch = "&HXX41XXXXXXXXXXXX";
+  fitLists(project);
+  items[0].values[1].AliasName = "Right";
+  items[0].values[1].AliasExcept = true;
+  items[0].values[1].AliasMult = 2;
+  items[0].values[1].AliasUnits = "mph";
+  return project;
+}
+
+std::vector<std::string> shown(const std::vector<DecodedValue>& values) {
+  std::vector<std::string> lines;
+  for (const DecodedValue& each : values)
+    lines.push_back(text::concat(each.name, " ", each.number ? text::shortest(*each.number) : "-",
+                                 " ", each.units, each.remark));
+  return lines;
+}
+
+std::vector<std::string> decodedText(std::string_view frame) {
+  return shown(decoded(vehicle(), can::frameFrom(frame).frame.value()));
+}
+
+TEST(CanValues, AreDecodedFromAFrame) {
+  using Lines = std::vector<std::string>;
+  EXPECT_EQ(decodedText("18FEBF0B#0A 00 0300 FFFF 0001"),
+            (Lines{"CBlk1(1) 5 km/h", "Right 6 mph", "CBlk1(3) 32767.5 km/h", "CBlk1(4) 128 km/h",
+                   "CBlk2(1) -40 "}));
+  EXPECT_EQ(decodedText("18FEBF0B 3 01 FE 00"),
+            (Lines{"CBlk1(1) 32512.5 km/h", "Right - mphthe frame has only 3 bytes",
+                   "CBlk1(3) - km/hthe frame has only 3 bytes",
+                   "CBlk1(4) - km/hthe frame has only 3 bytes", "CBlk2(1) -42 "}));
+  EXPECT_EQ(decodedText("000007E8#0341050708"), Lines{"CBlk3(1) 7 "});
+  EXPECT_EQ(decodedText("000007E8#0342050708"),
+            Lines{"CBlk3(1) - the frame is not the reply that the item waits for"});
+  EXPECT_EQ(decodedText("7E8#0341050708"), Lines{});             // an 11-bit frame
+  EXPECT_EQ(decodedText("01 41 02 03 04 05 06 07").size(), 6U);  // of any message
+}
+
+TEST(CanBits, ThatItemsShareAreTold) {
+  Project project = vehicle();
+  EXPECT_EQ(bitsOf(project.can.items[1]), (std::vector<int>{8, 9, 10, 11, 12, 13, 14, 15}));
+  EXPECT_EQ(bitsOf(project.can.items[0]).size(), 64U);
+  const std::vector<SharedBits> shared = sharedBits(project.can);
+  ASSERT_EQ(shared.size(), 1U);
+  EXPECT_EQ(shared[0], (SharedBits{0, 1, {8, 9, 10, 11, 12, 13, 14, 15}}));
+  project.can.items[0].NumVals = 0;
+  EXPECT_TRUE(sharedBits(project.can).empty());
+}
+
+}  // namespace
+}  // namespace model
