@@ -1,6 +1,7 @@
 # Debian packages that the scripts need, one list a purpose, and how they get there. Sourced.
 
 packages_build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
+packages_ui="qt6-base-dev qt6-svg-dev libgl1-mesa-dev fonts-dejavu-core"
 packages_test="libgtest-dev clang-format"
 packages_tidy="clang clang-tidy"
 packages_fuzz="clang libclang-rt-14-dev"

@@ -2,6 +2,7 @@
 
 #include "generator/emitters.h"
 #include "model/conditions.h"
+#include "model/parameter_text.h"
 
 namespace generator {
 namespace {
@@ -29,39 +30,6 @@ void emitCanCheckTable(ProgramText& out) {
   out.append("Sample(1,CanIfSig,IEEE4)");
   out.append("Sample(1,CanIfVer,IEEE4)");
   out.append("EndTable");
-}
-
-/// Numbers of a parameter text, taken from the default text where it has fewer.
-std::vector<double> parameters(std::string_view given, std::string_view defaults) {
-  const auto split = [](std::string_view text) {
-    std::vector<std::string_view> parts;
-    while (!text.empty()) {
-      const std::size_t comma = text.find(',');
-      parts.push_back(text.substr(0, comma));
-      text = comma == std::string_view::npos ? "" : text.substr(comma + 1);
-    }
-    return parts;
-  };
-  const auto own = split(given);
-  const auto fallback = split(defaults);
-  std::vector<double> numbers;
-  for (std::size_t i = 0; i < fallback.size(); ++i)
-    numbers.push_back(text::readNumber(i < own.size() ? own[i] : fallback[i]));
-  return numbers;
-}
-
-/// The numbers behind the two sizes of a parameter text, which may be joined by a comma or a word:
-/// "10,5,0" or "10 x 5,0". In place of the sizes stand two others.
-std::vector<double> parametersBehindSizes(std::string_view given, std::string_view defaults) {
-  std::size_t comma = 0;
-  const auto skipNumber = [&] {
-    comma = std::min(given.find_first_of("0123456789", comma), given.size());
-    comma = std::min(given.find_first_not_of("0123456789.", comma), given.size());
-  };
-  skipNumber();
-  skipNumber();
-  comma = std::min(given.find(',', comma), given.size());
-  return parameters(concat("0,0", given.substr(comma)), defaults);
 }
 
 std::string joined(std::initializer_list<double> numbers) {
@@ -317,17 +285,17 @@ class TableEmitter {
     const std::string tail = concat(",", group.dataType, ",", names.disable);
     const std::string source = elementName(names, output.element);
     if (output.code == histogram) {
-      const auto p = parameters(names.bins, defaults.HistogramCode);
+      const auto p = model::parameters(names.bins, defaults.HistogramCode);
       return concat(source, tail, ",", output.valuesEach, joined({p[3], p[1], p[2]}));
     }
     if (output.code == rainFlow) {
       const auto sizes = KGEN_COMMON::dimensionsIn(names.rainflow);
-      const auto p = parametersBehindSizes(names.rainflow, defaults.RainHistoCode);
+      const auto p = model::sizedParameters(names.rainflow, defaults.RainHistoCode);
       return concat(source, tail, ",", sizes.first, ",", sizes.second,
                     joined({p[2], p[3], p[4], p[5]}));
     }
     const auto sizes = KGEN_COMMON::dimensionsIn(names.level);
-    const auto p = parametersBehindSizes(names.level, defaults.LevelCode);
+    const auto p = model::sizedParameters(names.level, defaults.LevelCode);
     return concat(names.block->crossingSource(output.element), "()", tail, ",", sizes.first, ",",
                   sizes.second, ",", names.array, "LC1(),", names.array, "LC2()",
                   joined({p[2], p[3]}));

@@ -245,7 +245,7 @@ TEST(ExecutionInterval, TellsTheFirstThingThatIsWrong) {
          p.scan.ScanMode = 1;
          p.scan.ScanBufferSize = 32'767;
        },
-       "takes 6,029,128 bytes; the S-Ram of the CPU holds 4,000,000"},
+       "takes 6,029,128 bytes; CPU S-Ram holds 4,000,000"},
   };
   for (const auto& each : cases) {
     model::Project project = roomyProject();

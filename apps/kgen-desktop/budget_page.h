@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QLabel>
+#include <QTreeWidget>
+
+#include "desktop/review.h"
+#include "pictures/stacked_bars.h"
+
+namespace desktop {
+
+/// What the measurements take of a scan, and what limits the scan interval.
+class BudgetPage final : public QWidget {
+  Q_OBJECT
+ public:
+  explicit BudgetPage(QWidget* parent);
+  void show(const Budget& budget);
+  using QWidget::show;
+
+ private:
+  void addHead(const QString& text);
+  void showLimits(const Budget& budget);
+  pictures::StackedBars* whole_;   // the scan with what is left of it
+  pictures::StackedBars* shares_;  // what is used, on a scale of its own
+  QLabel* summary_;
+  QTreeWidget* limits_;
+};
+
+}  // namespace desktop

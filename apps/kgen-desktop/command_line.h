@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace desktop {
+
+/// What the program was started with.
+struct CommandLine {
+  QStringList files;
+  bool help = false;
+  bool version = false;
+  QString complaint;  // of a word that makes no sense; "" without one
+};
+
+/// `words` without the name of the program. "--" ends the options.
+CommandLine commandLineFrom(const QStringList& words);
+
+QString helpText();
+QString versionText();
+
+}  // namespace desktop

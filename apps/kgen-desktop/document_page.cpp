@@ -1,0 +1,60 @@
+#include "desktop/document_page.h"
+
+#include <QFontDatabase>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include "ui/form.h"
+
+namespace desktop {
+
+DocumentPage::DocumentPage(QPlainTextEdit* box, Show show, QWidget* parent)
+    : QWidget(parent), box_(box), show_(std::move(show)), find_(new FindBar(*box, this)) {
+  QPalette palette = box_->palette();  // what is found shows while the find bar has the focus
+  palette.setColor(QPalette::Inactive, QPalette::Highlight,
+                   palette.color(QPalette::Active, QPalette::Highlight));
+  palette.setColor(QPalette::Inactive, QPalette::HighlightedText,
+                   palette.color(QPalette::Active, QPalette::HighlightedText));
+  box_->setPalette(palette);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(box_, 1);
+  layout->addWidget(find_);
+}
+
+void DocumentPage::setText(std::string text) {
+  if (text == text_) return;
+  text_ = std::move(text);
+  outdated_ = true;
+  if (isVisible()) showText();
+}
+
+void DocumentPage::showText() {
+  outdated_ = false;
+  show_(text_);
+  find_->recount();
+}
+
+void DocumentPage::showEvent(QShowEvent* event) {
+  if (outdated_) showText();
+  QWidget::showEvent(event);
+}
+
+DocumentPage* plainTextPage(const QString& name, const QString& help, QWidget* parent) {
+  auto* box = new QPlainTextEdit(parent);
+  box->setReadOnly(true);
+  box->setLineWrapMode(QPlainTextEdit::NoWrap);
+  box->setTabChangesFocus(true);
+  box->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  ui::describe(*box, name, help);
+  const auto show = [box](const std::string& text) {
+    const int place = box->verticalScrollBar()->value();
+    box->setPlainText(ui::qstring(text).remove('\r'));
+    box->verticalScrollBar()->setValue(place);
+  };
+  return new DocumentPage(box, show, parent);
+}
+
+}  // namespace desktop

@@ -1,0 +1,109 @@
+#include "ui/frm_battery.h"
+
+#include <QHeaderView>
+#include <QVBoxLayout>
+
+#include "channels/channel_cells.h"
+#include "ui/config_panels.h"
+
+namespace ui {
+namespace {
+
+constexpr std::size_t levelCrossing = 7;
+
+WindowInfo infoOf(Battery battery) {
+  const bool volts = battery == Battery::volts;
+  return {volts ? "frmBatteryVolts" : "frmBatteryCurrent",
+          volts ? "Main Battery Volts" : "Main Battery Current",
+          volts ? "battery voltage" : "battery current", "frmConfig"};
+}
+
+/// A battery has no level crossing, but a file may ask for one.
+std::vector<std::string> batteryProcessings() {
+  const auto words = channels::processingWords().first(levelCrossing);
+  return {words.begin(), words.end()};
+}
+
+Complaint storeProcessings(std::string_view cell, std::uint8_t& mask) {
+  std::uint8_t wanted = 0;
+  if (const Complaint complaint = channels::storeMask(cell, wanted)) return complaint;
+  const unsigned added = wanted & ~unsigned(mask);
+  if ((added >> levelCrossing & 1U) != 0) return "the battery has no level crossing";
+  mask = wanted;
+  return std::nullopt;
+}
+
+}  // namespace
+
+frmBattery::frmBattery(SetupWindow& owner, Battery battery)
+    : SetupWindow(owner, infoOf(battery)), number_(static_cast<std::size_t>(battery)) {
+  auto* contents = new QWidget(this);
+  auto* layout = new QHBoxLayout(contents);
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* form = new Form;
+  addFields(*form);
+  form->rowStretch();
+  add(*form);
+  layout->addWidget(form);
+  layout->addWidget(tableSheet(), 1);
+  setContents(contents);
+  form->setFocus();
+  resize(720, 420);
+}
+
+void frmBattery::addFields(Form& form) {
+  addSwitch(form, working_, static_cast<model::PowerOption>(number_));
+  form.pick(
+      {"Data t&ype:", "FP2 takes 2 bytes a value, IEEE4 takes 4."},
+      [] {
+        return std::vector<std::string>{"FP2", "IEEE4"};
+      },
+      [this]() -> std::string& { return set().DataResolution; });
+  form.check({"&Public", "The value can be seen while the program runs."},
+             [this]() -> bool& { return set().Public; });
+}
+
+QWidget* frmBattery::tableSheet() {
+  tables_.setColumns(columns(), [this] { return tablesOn().size(); });
+  auto* side = new QWidget(this);
+  auto* layout = new QVBoxLayout(side);
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* view = new SheetView(tables_, side);
+  view->setObjectName("tables");
+  view->verticalHeader()->hide();
+  auto* caption = new QLabel("&Tables that are on", side);
+  caption->setBuddy(view);
+  layout->addWidget(caption);
+  layout->addWidget(view, 1);
+  describe(*view, "Tables that are on", "What each output table stores of the battery.");
+  add(tables_);
+  return side;
+}
+
+std::vector<SheetColumn> frmBattery::columns() {
+  SheetColumn name = {"Table", "The name of the output table.", [this](std::size_t row) {
+                        return working_.tables.at(tablesOn().at(row)).TableName;
+                      }};
+  SheetColumn stores = {
+      "Stores", "What the table stores of the battery; several are joined by +.",
+      [this](std::size_t row) { return channels::maskText(set().Table.at(tablesOn().at(row))); },
+      [this](std::size_t row, std::string_view cell) {
+        return storeProcessings(cell, set().Table.at(tablesOn().at(row)));
+      }};
+  stores.offers = batteryProcessings;
+  stores.combined = true;
+  return {std::move(name), std::move(stores)};
+}
+
+std::vector<std::size_t> frmBattery::tablesOn() const {
+  std::vector<std::size_t> on;
+  for (std::size_t t = 0; t < working_.tables.size(); ++t)
+    if (working_.tables[t].TableOn) on.push_back(t);
+  return on;
+}
+
+std::vector<std::string> frmBattery::previewNames() const {
+  return {number_ == 0 ? "BattVolt" : "BattCurr"};
+}
+
+}  // namespace ui

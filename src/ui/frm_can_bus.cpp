@@ -1,0 +1,432 @@
+#include "ui/frm_can_bus.h"
+
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "channels/can_list.h"
+#include "dbc/proposals.h"
+#include "model/can_values.h"
+#include "model/names.h"
+#include "platform/disk_files.h"
+#include "text/strings.h"
+#include "ui/cell_columns.h"
+#include "ui/frm_can_import.h"
+
+namespace ui {
+namespace {
+
+using model::CanItem;
+
+const std::vector<std::string> styles = {"Receive", "Transmit", "Transmit, receive"};
+constexpr double most = 1e30;
+
+std::vector<Choice> messageTypes() {
+  std::vector<Choice> choices;
+  for (int code = 0; code <= 14; ++code)
+    choices.push_back({std::string(can::messageTypeText(code)), code});
+  return choices;
+}
+
+std::vector<Choice> baudRates() {
+  can::cCanModule module;
+  std::vector<Choice> choices;
+  for (std::int16_t code = 0; code < module.NumBaudRates(); ++code)
+    choices.push_back({module.BaudRateText(code), code});
+  return choices;
+}
+
+QString linesOf(const std::vector<channels::LineText>& faults) {
+  QStringList lines;
+  for (const channels::LineText& fault : faults)
+    lines += QString("line %1: %2").arg(fault.line).arg(qstring(fault.text));
+  return lines.join("\r\n");
+}
+
+}  // namespace
+
+frmCanBus::frmCanBus(const WindowPorts& ports, QWidget* parent)
+    : ListWindow(ports, {"frmCanBus", "CAN Bus", "CAN items"}, parent) {
+  build(items(), busForm(), detail(), itemButtons());
+  resize(1260, 860);
+}
+
+/// Before the first item there is nothing to edit; what is typed then goes nowhere.
+CanItem& frmCanBus::item() {
+  static thread_local CanItem none;
+  if (row() < working_.can.items.size()) return working_.can.items[row()];
+  return none = {};
+}
+
+ListWindow::List frmCanBus::items() {
+  const auto at = [this](std::size_t row) -> CanItem& { return working_.can.items[row]; };
+  std::vector<SheetColumn> columns = {
+      textColumn(
+          "Name", "A name for the item.",
+          [at](std::size_t row) -> std::string& { return at(row).Name; },
+          model::complaintAboutAlias),
+      yesNoColumn("Enabled", "yes: the program has the item.",
+                  [at](std::size_t row) -> bool& { return at(row).Enabled; }),
+      {"Identifier", "The message on the bus.", [at](std::size_t row) { return at(row).DataId; }},
+      {"Bits", "First bit and number of bits.",
+       [at](std::size_t row) { return text::concat(at(row).StartBit, " + ", at(row).NumBits); }},
+      {"Values", "Values of like form, one after another.",
+       [at](std::size_t row) { return text::concat(at(row).NumVals); }},
+      {"Check", "What a program can't do with the item.",
+       [this, at](std::size_t row) {
+         return model::complaintAboutItem(at(row), working_.can).value_or("good");
+       }},
+  };
+  return {"&Items", "Choose the item to set up.", std::move(columns),
+          [this] { return working_.can.items.size(); }};
+}
+
+Form* frmCanBus::busForm() {
+  auto* form = new Form(this);
+  model::CanSetup& can = working_.can;
+  form->check({"CAN bus &in use", "The program has the CAN items."},
+              [&can]() -> bool& { return can.CanBusEnabled; });
+  form->choice({"&Baud rate:", "The rate of the bus, with its bit timing."}, baudRates(),
+               [&can]() -> std::int16_t& { return can.CanBaud; })
+      .then([&can] {
+        can::cCanModule module;
+        module.SetMode(can.CanBaud, 1);
+        can.CanQuanta = module.TimeQuanta();
+        can.CanSeg1 = module.TSeg1();
+        can.CanSeg2 = module.TSeg2();
+      });
+  form->readout({"Bit timing:", "Time quanta and segments of a bit."}, [&can] {
+    return text::concat(can.CanQuanta, " quanta, segments ", can.CanSeg1, " and ", can.CanSeg2);
+  });
+  form->number({"A&ddress:", "The address of the CANIF."}, Bounds{0, 127},
+               [&can]() -> std::int16_t& { return can.CanAddress; });
+  form->choice({"Identi&fiers:", "Standard identifiers have 11 bits, extended ones 29."},
+               choicesOf({"11 bits", "29 bits"}),
+               [&can]() -> std::int16_t& { return can.CanDataIDType; });
+  form->check({"Enable &transmit", "The program may send messages."},
+              [&can]() -> bool& { return can.CanEnableTransmit; })
+      .closedWhen([this]() -> std::string {
+        return model::isK700X(working_.configuration) ? "" : "The 7103 CPU sends no messages.";
+      });
+  form->check({"NaN for &old data", "Values that did not come anew read as not a number."},
+              [&can]() -> bool& { return can.CanNaNOldData; });
+  add(*form);
+  return form;
+}
+
+QWidget* frmCanBus::itemButtons() {
+  auto* row = new QWidget(this);
+  auto* layout = new QGridLayout(row);
+  layout->setContentsMargins(0, 0, 0, 0);
+  int place = 0;
+  const auto add = [&](const char* caption, const char* help, auto act) {
+    auto* button = new QPushButton(caption, row);
+    button->setAutoDefault(false);
+    describe(*button, caption, help);
+    connect(button, &QPushButton::clicked, this, act);
+    layout->addWidget(button, place / 3, place % 3);
+    ++place;
+  };
+  const QString lists = "Message lists (*.txt *.tsv);;All files (*)";
+  add("&Add item", "Adds an item at the end.", [this] { addItem(); });
+  add("&Remove item", "Takes the chosen item out.", [this] { removeItem(); });
+  add("Import &database...", "Takes items out of a CAN database (DBC).", [this] {
+    const QString path = QFileDialog::getOpenFileName(this, "Import CAN database", {},
+                                                      "CAN databases (*.dbc);;All files (*)");
+    if (!path.isEmpty()) importDatabase(path);
+  });
+  add("&Load list...", "Adds the items of a message list.", [this, lists] {
+    const QString path = QFileDialog::getOpenFileName(this, "Load message list", {}, lists);
+    if (!path.isEmpty()) loadList(path);
+  });
+  add("&Save list...", "Writes the items as a message list.", [this, lists] {
+    const QString path = QFileDialog::getSaveFileName(this, "Save message list", {}, lists);
+    if (!path.isEmpty()) saveList(path);
+  });
+  return row;
+}
+
+QWidget* frmCanBus::detail() {
+  auto* side = new QWidget(this);
+  auto* layout = new QVBoxLayout(side);
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* top = new QHBoxLayout;
+  top->addWidget(itemForm(), 1);
+  bits_ = new pictures::FrameBits(side);
+  describe(*bits_, "Bits of the frame",
+           "The bits that the items of the chosen identifier take; click one to choose it.");
+  connect(bits_, &pictures::FrameBits::itemClicked, this, [this](int shown) {
+    std::size_t place = 0;
+    for (std::size_t i = 0; i < working_.can.items.size(); ++i)
+      if (working_.can.items[i].DataId == item().DataId && static_cast<int>(place++) == shown)
+        return chooseRow(i);
+  });
+  onRefresh([this] { showBits(); });
+  top->addWidget(bits_, 1);
+  layout->addLayout(top, 2);
+  values_.setColumns(valueColumns(), [this] {
+    return row() < working_.can.items.size() ? item().values.size() : std::size_t(0);
+  });
+  auto* view = new SheetView(values_, side);
+  view->setObjectName("values");
+  describe(*view, "Values of the item", "Names, units, scaling and tables of each value.");
+  add(values_);
+  view->resizeColumnsToContents();
+  layout->addWidget(view, 1);
+  layout->addWidget(frameRow());
+  return side;
+}
+
+Form* frmCanBus::itemForm() {
+  auto* form = new Form(this);
+  const auto anItem = [this]() -> std::string {
+    return row() < working_.can.items.size() ? "" : "Add an item first.";
+  };
+  form->choice({"Di&rection:", "Whether the logger receives or sends the message."},
+               choicesOf({"Receive", "Transmit", "Transmit, then receive"}),
+               [this]() -> std::int16_t& { return item().DataStyle; })
+      .closedWhen(anItem);
+  addIdentifier(*form);
+  form->choice({"T&ype:", "Byte order and kind of the values."}, messageTypes(),
+               [this]() -> std::int16_t& { return item().ItemMessageType; });
+  form->number({"Start bit:", "The first bit of the first value, from 1."}, Bounds{1, 64},
+               [this]() -> std::int16_t& { return item().StartBit; });
+  form->number({"Number of bits:", "Bits of each value."}, Bounds{1, 64},
+               [this]() -> std::int16_t& { return item().NumBits; });
+  form->number({"&Values:", "Values of like form, one after another."},
+               Bounds{1, static_cast<double>(model::maxCanValues)},
+               [this]() -> std::int16_t& { return item().NumVals; })
+      .then([this] { fitValues(); });
+  form->number({"&Multiplier:", "Of every value without its own scaling."}, Bounds{-most, most},
+               [this]() -> double& { return item().Mult; });
+  form->number({"&Offset:", "Of every value without its own scaling."}, Bounds{-most, most},
+               [this]() -> double& { return item().Offset; });
+  form->text(
+      {"&Units:", "Units of up to 12 characters."}, 12,
+      [this]() -> std::string& { return item().Units; }, model::complaintAboutUnits);
+  form->pick(
+      {"Data type:", "FP2 takes 2 bytes a value, IEEE4 takes 4."},
+      [] {
+        return std::vector<std::string>{"FP2", "IEEE4"};
+      },
+      [this]() -> std::string& { return item().DataType; });
+  form->check({"&Public", "The values can be seen while the program runs."},
+              [this]() -> bool& { return item().Public; });
+  form->text({"Frame to send:", "Sixteen hexadecimal digits behind &H."}, 18,
+             [this]() -> std::string& { return item().TxDataFrame; })
+      .shownWhen([this] { return isTransmit(); });
+  form->number({"Time limit:", "How long an answer is waited for.", "mSec"}, Bounds{0, 2147483647},
+               [this]() -> std::int32_t& { return item().RxTimeout; })
+      .shownWhen([this] { return item().DataStyle == 2; });
+  form->rowStretch();
+  add(*form);
+  return form;
+}
+
+/// Identifiers go through the CAN settings, which clamp them and know their fields.
+void frmCanBus::addIdentifier(Form& form) {
+  const auto isIdentifier = [this](std::string_view text) -> Complaint {
+    if (can::parsedIdentifier(text, model::largestIdentifier(working_.can)).valid)
+      return std::nullopt;
+    return text::concat("'", text,
+                        "' is no identifier; write a number, or &H and hexadecimal digits");
+  };
+  form.text(
+      {"Iden&tifier:", "A number, or &H and hexadecimal digits."}, 12,
+      [this]() -> std::string& { return item().DataId; }, isIdentifier);
+  form.text(
+          {"Identifier to send:", "A number, or &H and hexadecimal digits."}, 12,
+          [this]() -> std::string& { return item().TxDataId; }, isIdentifier)
+      .shownWhen([this] { return isTransmit(); });
+  form.readout({"Fields:", "What an extended identifier says by the J1939 convention."},
+               [this] { return identifierFields(); });
+}
+
+std::string frmCanBus::identifierFields() {
+  can::cCanConfig config;
+  config.SetMode(working_.can.CanDataIDType);
+  if (!config.DataID(item().DataId)) return "no identifier";
+  const auto number =
+      can::parsedIdentifier(item().DataId, model::largestIdentifier(working_.can)).value;
+  const std::string both =
+      text::concat(number, " = &H", utf8(QString::number(number, 16).toUpper()));
+  if (config.IdentifierBits() == 11) return both;
+  const auto field = [&config](can::J1939Field which) {
+    return static_cast<int>(config.J1939_FieldVal(static_cast<int>(which)));
+  };
+  return text::concat(both, ", PGN ", config.PGNVal(), "\npriority ",
+                      field(can::J1939Field::priority), ", source ",
+                      field(can::J1939Field::sourceAddress));
+}
+
+std::vector<SheetColumn> frmCanBus::valueColumns() {
+  const auto at = [this](std::size_t row) -> model::Element& { return item().values[row]; };
+  std::vector<SheetColumn> columns = {
+      textColumn(
+          "Alias", "A name of up to 16 letters, digits and _, beginning with a letter.",
+          [at](std::size_t row) -> std::string& { return at(row).AliasName; },
+          model::complaintAboutAlias),
+      textColumn(
+          "Units", "Units of up to 12 characters.",
+          [at](std::size_t row) -> std::string& { return at(row).AliasUnits; },
+          model::complaintAboutUnits),
+      yesNoColumn("Own scaling", "yes: the value's own multiplier and offset count.",
+                  [at](std::size_t row) -> bool& { return at(row).AliasExcept; }),
+      numberColumn<double>("Multiplier", "Counts when the value has its own scaling.", -most, most,
+                           [at](std::size_t row) -> double& { return at(row).AliasMult; }),
+      numberColumn<double>("Offset", "Counts when the value has its own scaling.", -most, most,
+                           [at](std::size_t row) -> double& { return at(row).AliasOffset; }),
+  };
+  for (SheetColumn& each : tableColumns(
+           working_, [at](std::size_t row) -> model::TableMasks& { return at(row).Table; }))
+    columns.push_back(std::move(each));
+  return columns;
+}
+
+void frmCanBus::fitValues() {
+  if (row() < working_.can.items.size())
+    item().values.resize(static_cast<std::size_t>(std::max<int>(item().NumVals, 0)));
+}
+
+/// All items of the chosen one's identifier.
+void frmCanBus::showBits() {
+  QList<pictures::FrameItem> shown;
+  int selected = -1;
+  for (std::size_t i = 0; i < working_.can.items.size(); ++i) {
+    const CanItem& each = working_.can.items[i];
+    if (each.DataId != item().DataId) continue;
+    if (i == row()) selected = static_cast<int>(shown.size());
+    const std::vector<int> bits = model::bitsOf(each);
+    shown.append({qstring(model::valueName(each, i, 0)), QList<int>(bits.begin(), bits.end())});
+  }
+  bits_->setItems(shown);
+  bits_->setSelected(selected);
+}
+
+QWidget* frmCanBus::frameRow() {
+  auto* row = new QWidget(this);
+  auto* layout = new QHBoxLayout(row);
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* box = new QLineEdit(row);
+  box->setPlaceholderText("18FEF100#0102A0FFFFFFFFFF");
+  describe(*box, "Try a frame", "Paste a frame to see the values that the items make of it.");
+  auto* caption = new QLabel("Try a &frame:", row);
+  caption->setBuddy(box);
+  frameValues_ = new QLabel(row);
+  frameValues_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  frameValues_->setWordWrap(true);
+  const auto show = [this, box] { frameValues_->setText(valuesOf(box->text())); };
+  connect(box, &QLineEdit::textChanged, this, show);
+  onRefresh(show);
+  layout->addWidget(caption);
+  layout->addWidget(box, 1);
+  layout->addWidget(frameValues_, 2);
+  return row;
+}
+
+QString frmCanBus::valuesOf(const QString& frame) const {
+  if (frame.trimmed().isEmpty()) return {};
+  const can::FrameReading reading = can::frameFrom(utf8(frame));
+  if (!reading.frame) return qstring(reading.complaint);
+  QStringList values;
+  for (const model::DecodedValue& each : model::decoded(working_, *reading.frame))
+    values += each.number ? QString("%1 = %2 %3")
+                                .arg(qstring(each.name))
+                                .arg(*each.number)
+                                .arg(qstring(each.units))
+                          : QString("%1: %2").arg(qstring(each.name), qstring(each.remark));
+  return values.isEmpty() ? "No item receives this frame." : values.join(",  ");
+}
+
+void frmCanBus::addItem() {
+  if (working_.can.items.size() >= model::maxCanItems)
+    return tell(QString("There are %1 items, which is the most.").arg(model::maxCanItems));
+  CanItem item;
+  item.values.resize(1);
+  std::vector<CanItem> items = working_.can.items;
+  items.push_back(std::move(item));
+  takeItems(std::move(items), "added item");
+  chooseRow(working_.can.items.size() - 1);
+}
+
+void frmCanBus::removeItem() {
+  if (row() >= working_.can.items.size()) return;
+  std::vector<CanItem> items = working_.can.items;
+  items.erase(items.begin() + static_cast<std::ptrdiff_t>(row()));
+  takeItems(std::move(items), QString("removed item %1").arg(row() + 1));
+}
+
+void frmCanBus::takeItems(std::vector<CanItem> items, const QString& what) {
+  working_.can.items = std::move(items);
+  working_.can.CanCount = static_cast<std::int16_t>(working_.can.items.size());
+  noteEdit(what);
+}
+
+std::string frmCanBus::read(const QString& path, bool& ok) {
+  ok = false;
+  try {
+    std::string text = platform::DiskFiles().read(utf8(path));
+    ok = true;
+    return text;
+  } catch (const ports::FileError& error) {
+    ports_.messages.show({.title = "FILE", .text = error.what()});
+    return {};
+  }
+}
+
+void frmCanBus::loadList(const QString& path) {
+  bool ok = false;
+  const std::string text = read(path, ok);
+  if (!ok) return;
+  channels::CanList list = channels::canItemsFrom(text, working_.can);
+  if (!list.faults.empty())
+    ports_.messages.show({.title = "MESSAGE LIST", .text = utf8(linesOf(list.faults))});
+  std::vector<CanItem> items = working_.can.items;
+  for (CanItem& each : list.items) items.push_back(std::move(each));
+  takeItems(std::move(items), "loaded list");
+}
+
+void frmCanBus::saveList(const QString& path) {
+  try {
+    platform::DiskFiles().replace(utf8(path), channels::canListText(working_.can.items), true);
+  } catch (const ports::FileError& error) {
+    ports_.messages.show({.title = "FILE", .text = error.what()});
+  }
+}
+
+void frmCanBus::importDatabase(const QString& path) {
+  bool ok = false;
+  const std::string text = read(path, ok);
+  if (!ok) return;
+  auto* window = new frmCanImport(dbc::read(text), working_, this);
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  connect(window, &frmCanImport::chosen, this, [this](const model::Project& with) {
+    working_ = with;
+    noteEdit("imported items");
+  });
+  window->open();
+}
+
+/// An item that the edits made impossible leads back to it.
+bool frmCanBus::mayBeDone() {
+  const auto& filed = ports_.session.project().can.items;
+  for (std::size_t i = 0; i < working_.can.items.size(); ++i) {
+    const CanItem& each = working_.can.items[i];
+    if (!each.Enabled || (i < filed.size() && filed[i] == each)) continue;
+    const auto complaint = model::complaintAboutItem(each, working_.can);
+    if (!complaint) continue;
+    ports_.messages.show(
+        {.title = "CAN ITEM", .text = text::concat("Item ", i + 1, ": ", *complaint)});
+    chooseRow(i);
+    return false;
+  }
+  return true;
+}
+
+std::vector<std::string> frmCanBus::previewNames() const {
+  return {text::concat("CBlk", row() + 1, "*"), "CANBUS"};
+}
+
+}  // namespace ui

@@ -1,0 +1,38 @@
+#include "ui/frm_tcmux_setup.h"
+
+#include "ui/mask_box.h"
+
+namespace ui {
+
+frmTCMUXSetup::frmTCMUXSetup(const WindowPorts& ports, QWidget* parent)
+    : BlockWindow(ports, {"frmTCMUXSetup", "TCMUX Measurements", "TCMUX blocks"},
+                  model::BlockKind::tcmux, parent) {
+  build();
+}
+
+void frmTCMUXSetup::addSharedFields(Form& form) {
+  addReference(form, working_,
+               [this]() -> model::ReferenceTemperature& { return working_.tcmuxReference; });
+}
+
+void frmTCMUXSetup::addFields(Form& form) {
+  addReps(form);
+  form.check({"Measure &volts", "The multiplexer carries voltages, no thermocouples."},
+             [this]() -> bool& { return block().TCMUXVolts; });
+  const auto noVolts = [this]() -> std::string {
+    return block().TCMUXVolts ? "The multiplexer measures volts." : "";
+  };
+  addThermocoupleType(form).closedWhen(noVolts);
+  addRange(form, thermocoupleRanges);
+  addIntegration(form, model::InputKind::analog7121);
+  addSettle(form);
+  addReversal(form);
+  addOpenSensor(form).closedWhen(noVolts);
+  addTemperatureScale(form).closedWhen(noVolts);
+  addScaling(form);
+  addUnits(form);
+  addZeroAndCalibration(form);
+  addStorage(form);
+}
+
+}  // namespace ui

@@ -1,0 +1,96 @@
+#include "ui/processing_window.h"
+
+#include <QSplitter>
+
+#include "model/parameter_text.h"
+#include "model/stored_outputs.h"
+#include "text/numbers.h"
+#include "text/strings.h"
+
+namespace ui {
+
+ProcessingWindow::ProcessingWindow(SetupWindow& owner, const ScaledBlock& target, int code,
+                                   WindowInfo info)
+    : SetupWindow(owner, std::move(info)), target_(target), code_(code) {
+  while (table_ + 1 < model::maxTables && channelsIn(table_) == 0) ++table_;
+  if (channelsIn(table_) > 0) return;
+  for (table_ = 0; table_ + 1 < model::maxTables && !working_.tables[table_].TableOn;) ++table_;
+}
+
+void ProcessingWindow::build(QWidget* picture) {
+  auto* form = new Form;
+  addParameters(*form);
+  addSizes(form->group("Record"));
+  form->rowStretch();
+  auto* contents = new QSplitter(Qt::Horizontal, this);
+  contents->addWidget(form);
+  contents->addWidget(picture);
+  contents->setStretchFactor(1, 1);
+  contents->setChildrenCollapsible(false);
+  add(*form);
+  onRefresh([this] { showPicture(); });
+  setContents(contents);
+  form->setFocus();
+  resize(900, 480);
+}
+
+std::size_t ProcessingWindow::channelsIn(std::size_t table) const {
+  if (!working_.tables[table].TableOn) return 0;
+  std::size_t channels = 0;
+  for (const model::Element& each : working_.block(target_.kind, target_.number).elements)
+    if ((each.Table[table] >> code_ & 1) != 0) ++channels;
+  return channels;
+}
+
+void ProcessingWindow::addTable(Form& form) {
+  std::vector<Choice> tables;
+  for (std::size_t t = 0; t < model::maxTables; ++t)
+    if (working_.tables[t].TableOn)
+      tables.push_back({working_.tables[t].TableName, static_cast<int>(t)});
+  form.choice({"&Table:", "Each table has parameters of its own."}, std::move(tables),
+              [this]() -> std::size_t& { return table_; })
+      .then([this] { showOther(); });
+}
+
+void ProcessingWindow::setNumber(std::size_t place, double number) {
+  std::vector<double> all = numbers();
+  all.at(place) = number;
+  parameterText() = model::parameterText(all);
+}
+
+Field& ProcessingWindow::addParameter(Form& form, const FieldText& text, const Bounds& bounds,
+                                      std::size_t place) {
+  const bool whole = bounds.step >= 1 && bounds.low >= 0;
+  return form.addNumber(
+      text, [bounds] { return bounds; }, whole, [this, place] { return numbers().at(place); },
+      [this, place](double number) { setNumber(place, number); });
+}
+
+void ProcessingWindow::addFormOfResult(Form& form, std::size_t place) {
+  form.addChoice(
+      {"&Form:", "What each value of the result is."},
+      [] {
+        return choicesOf({"Counts", "Fractions of all"});
+      },
+      [this, place] { return static_cast<int>(numbers().at(place)); },
+      [this, place](int choice) { setNumber(place, choice); });
+}
+
+void ProcessingWindow::addSizes(Form& form) {
+  form.readout({"Values:", "That a record stores of each channel."}, [this] {
+    const model::TableProcessing& now = processing();
+    return text::concat(KGEN_COMMON::ValuesPerOutput(true, code_, now.HistogramCode,
+                                                     now.RainHistoCode, now.LevelCode),
+                        " of each channel");
+  });
+  form.readout({"Stored of:", "Channels that the table stores this way."},
+               [this] { return text::concat(channelsIn(table_), " channels"); });
+  form.readout({"Record:", "All data bytes of a record of the table."}, [this] {
+    std::int32_t bytes = 0;
+    KGEN_COMMON::BytesPerRecord(working_, table_ + 1, bytes);
+    return text::concat(text::formatted(bytes, "#,##0"), " bytes in ",
+                        working_.tables[table_].TableName);
+  });
+}
+
+}  // namespace ui

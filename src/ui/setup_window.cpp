@@ -1,0 +1,219 @@
+#include "ui/setup_window.h"
+
+#include <QDialogButtonBox>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+#include "control/panel_texts.h"
+#include "control/program_excerpt.h"
+#include "generator/program_writer.h"
+#include "model/renaming.h"
+
+namespace ui {
+namespace {
+
+constexpr std::size_t longestHistory = 50;
+constexpr int previewDelayMs = 120;
+
+QPushButton* addButton(QDialogButtonBox& box, const QString& caption, std::string_view help,
+                       QDialogButtonBox::ButtonRole role) {
+  QPushButton* button = box.addButton(caption, role);
+  describe(*button, caption, qstring(help));
+  button->setAutoDefault(false);
+  return button;
+}
+
+}  // namespace
+
+SetupWindow::SetupWindow(const WindowPorts& ports, WindowInfo info, QWidget* parent)
+    : SetupWindow(ports, ports.session.project(), std::move(info), parent) {}
+
+SetupWindow::SetupWindow(SetupWindow& owner, WindowInfo info)
+    : SetupWindow(owner.ports_, owner.working_, std::move(info), &owner) {
+  owner_ = &owner;
+}
+
+SetupWindow::SetupWindow(const WindowPorts& ports, const model::Project& start, WindowInfo info,
+                         QWidget* parent)
+    : QDialog(parent),
+      ports_(ports),
+      working_(start),
+      info_(std::move(info)),
+      before_(working_),
+      preview_(new ProgramView(this)),
+      hint_(new QLabel(this)) {
+  setObjectName(info_.name);
+  setWindowTitle(info_.title);
+  setWindowFlag(Qt::WindowMaximizeButtonHint);
+  hint_->setWordWrap(true);
+  hint_->setMinimumHeight(2 * fontMetrics().height());
+  hint_->setAccessibleName("Help line");
+  preview_->setAccessibleName("Program lines");
+  preview_->setToolTip("Shows the program lines that these settings give.");
+  previewDelay_.setSingleShot(true);
+  connect(&previewDelay_, &QTimer::timeout, this, &SetupWindow::showPreview);
+  new QShortcut(QKeySequence::Undo, this, [this] { undo(); });
+  new QShortcut(QKeySequence::Redo, this, [this] { redo(); });
+}
+
+SetupWindow::~SetupWindow() {
+  for (Form* form : forms_) form->disarm();
+}
+
+void SetupWindow::setContents(QWidget* contents) {
+  auto* splitter = new QSplitter(Qt::Vertical, this);
+  splitter->addWidget(contents);
+  splitter->addWidget(preview_);
+  splitter->setStretchFactor(0, 4);
+  splitter->setStretchFactor(1, 1);
+  splitter->setChildrenCollapsible(true);
+  splitter->setCollapsible(0, false);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(splitter, 1);
+  layout->addWidget(bottom());
+  preview_->setVisible(!previewNames().empty());
+  for (QWidget* each : findChildren<QWidget*>()) each->installEventFilter(this);
+  refresh();
+}
+
+QWidget* SetupWindow::bottom() {
+  auto* row = new QWidget(this);
+  auto* layout = new QVBoxLayout(row);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(hint_);
+  auto* box = new QDialogButtonBox(row);
+  namespace help = control::panel::help;
+  connect(addButton(*box, "&Help", help::extendedHelp, QDialogButtonBox::HelpRole),
+          &QPushButton::clicked, this, [this] { ports_.desk.showHelp(info_.page); });
+  connect(addButton(*box, "Prin&t", help::printWindow, QDialogButtonBox::ActionRole),
+          &QPushButton::clicked, this, [this] { ports_.desk.printWindow(*this); });
+  connect(addButton(*box, "Cancel", help::abandon, QDialogButtonBox::RejectRole),
+          &QPushButton::clicked, this, &SetupWindow::reject);
+  QPushButton* done = addButton(*box, "&Done", help::done, QDialogButtonBox::AcceptRole);
+  done->setDefault(true);
+  connect(done, &QPushButton::clicked, this, &SetupWindow::accept);
+  layout->addWidget(box);
+  return row;
+}
+
+void SetupWindow::add(Form& form) {
+  forms_.push_back(&form);
+  parts_.emplace_back([&form] { form.refresh(); });
+  connect(&form, &Form::edited, this, &SetupWindow::noteEdit);
+}
+
+void SetupWindow::add(SheetModel& sheet) {
+  parts_.emplace_back([&sheet] { sheet.refresh(); });
+  sheet.setKeeper([this] { return [this, kept = working_] { working_ = kept; }; });
+  connect(&sheet, &SheetModel::edited, this, &SetupWindow::noteEdit);
+  connect(&sheet, &SheetModel::refused, this, &SetupWindow::tell);
+}
+
+void SetupWindow::noteEdit(const QString& what) {
+  if (working_ != before_) {
+    if (what != lastEdit_ || past_.empty()) {
+      past_.push_back(std::move(before_));
+      if (past_.size() > longestHistory) past_.erase(past_.begin());
+    }
+    future_.clear();
+    lastEdit_ = what;
+    before_ = working_;
+  }
+  refresh();
+}
+
+void SetupWindow::refresh() {
+  for (const auto& part : parts_) part();
+  for (const Form* form : forms_) {
+    if (const Field* field = form->firstComplaint()) return tell(qstring(*field->complaint()));
+  }
+  tell({});
+  previewDelay_.start(previewDelayMs);
+}
+
+void SetupWindow::tell(const QString& words) {
+  if (!words.isEmpty()) return hint_->setText(words);
+  const QWidget* focused = focusWidget();
+  hint_->setText(focused != nullptr ? focused->toolTip() : QString());
+}
+
+void SetupWindow::go(std::vector<model::Project>& from, std::vector<model::Project>& to) {
+  if (from.empty()) return;
+  to.push_back(std::move(working_));
+  working_ = std::move(from.back());
+  from.pop_back();
+  before_ = working_;
+  showOther();
+}
+
+void SetupWindow::showOther() {
+  lastEdit_.clear();
+  for (Form* form : forms_) form->forgetRefused();
+  refresh();
+}
+
+void SetupWindow::undo() { go(past_, future_); }
+void SetupWindow::redo() { go(future_, past_); }
+
+void SetupWindow::showPreview() {
+  const std::vector<std::string> names = previewNames();
+  if (names.empty()) return;
+  try {
+    const SAVEDLD::Program program = SAVEDLD::generate(working_, {});
+    preview_->setProgram(control::excerpt(program.text, names));
+  } catch (const SAVEDLD::ProgramTooLong& tooLong) {
+    preview_->setProgram(tooLong.what());
+  }
+}
+
+void SetupWindow::accept() {
+  for (const Form* form : forms_) {
+    const Field* field = form->firstComplaint();
+    if (field == nullptr) continue;
+    field->widget->setFocus();
+    return tell(qstring(*field->complaint()));
+  }
+  if (!mayBeDone()) return refresh();
+  handOver();
+  QDialog::accept();
+}
+
+void SetupWindow::handOver() {
+  if (owner_ != nullptr) {
+    owner_->working_ = working_;
+    return owner_->noteEdit(info_.editName);
+  }
+  // What refers to a name follows when the name changes.
+  ports_.session.edit(model::withNewNames(ports_.session.project(), std::move(working_)),
+                      utf8(info_.editName));
+  working_ = ports_.session.project();
+}
+
+void SetupWindow::openInner(SetupWindow* inner) {
+  inner->setAttribute(Qt::WA_DeleteOnClose);
+  inner->setWindowModality(Qt::WindowModal);
+  inner->show();
+}
+
+bool SetupWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn) {
+    if (auto* widget = qobject_cast<QWidget*>(watched)) hint_->setText(widget->toolTip());
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
+void SetupWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F1) return ports_.desk.showHelp(info_.page);
+  QDialog::keyPressEvent(event);
+}
+
+void SetupWindow::showEvent(QShowEvent* event) {
+  showPreview();
+  QDialog::showEvent(event);
+}
+
+}  // namespace ui

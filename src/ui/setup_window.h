@@ -1,0 +1,96 @@
+#pragma once
+
+#include <QDialog>
+#include <QLabel>
+#include <QTimer>
+#include <functional>
+#include <vector>
+
+#include "ui/form.h"
+#include "ui/program_view.h"
+#include "ui/sheet.h"
+#include "ui/window_ports.h"
+
+namespace ui {
+
+/// What a window is called, on the screen, in the help and in the list of edits.
+struct WindowInfo {
+  QString name;         // "frmVoltSetup"; also its help page
+  QString title;        // of the window
+  QString editName;     // "voltage blocks", for undo
+  QString page = name;  // of the help
+};
+
+/// The frame of every setup window: it edits a copy of the project, which only Done gives back.
+/// Below the window's own part stand the program lines that its settings give, the help of what
+/// has the focus or what is wrong, and Done, Cancel, Help and Print. Edits can be undone one by
+/// one.
+class SetupWindow : public QDialog {
+  Q_OBJECT
+ public:
+  SetupWindow(const WindowPorts& ports, WindowInfo info, QWidget* parent);
+  /// A window that another one opens: it edits a copy of the owner's working copy, and Done gives
+  /// that back to the owner.
+  SetupWindow(SetupWindow& owner, WindowInfo info);
+
+  ~SetupWindow() override;
+
+  [[nodiscard]] const model::Project& working() const { return working_; }
+  [[nodiscard]] const WindowInfo& info() const { return info_; }
+  void accept() override;
+  void undo();
+  void redo();
+  /// What is told at the bottom of the window.
+  [[nodiscard]] QString hint() const { return hint_->text(); }
+
+ protected:
+  /// Once, at the end of the constructor of a window: its own part of the frame.
+  void setContents(QWidget* contents);
+  /// Their edits are edits of the window, and they show the working copy after each.
+  void add(Form& form);
+  void add(SheetModel& sheet);
+  void onRefresh(std::function<void()> act) { parts_.push_back(std::move(act)); }
+  /// After any change of the working copy; `what` is the field. Edits of one field in a row are
+  /// one step of undo.
+  void noteEdit(const QString& what);
+  /// Shows a window of this one, which then waits. Its Done is one edit here.
+  void openInner(SetupWindow* inner);
+  void refresh();
+  /// After the window turned to another part of the working copy.
+  void showOther();
+  void tell(const QString& words);
+
+  /// The last checks before Done: shows what is wrong; false keeps the window open.
+  virtual bool mayBeDone() { return true; }
+  /// Names whose program lines are shown: "VBlk1*" also stands for longer ones.
+  [[nodiscard]] virtual std::vector<std::string> previewNames() const { return {}; }
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+  WindowPorts ports_;
+  model::Project working_;
+
+ private:
+  QWidget* bottom();
+  void showPreview();
+  void go(std::vector<model::Project>& from, std::vector<model::Project>& to);
+
+  SetupWindow(const WindowPorts& ports, const model::Project& start, WindowInfo info,
+              QWidget* parent);
+  void handOver();
+
+  SetupWindow* owner_ = nullptr;
+  WindowInfo info_;
+  model::Project before_;  // the working copy as it was before the last edit
+  QString lastEdit_;
+  std::vector<model::Project> past_, future_;
+  std::vector<std::function<void()>> parts_;
+  std::vector<Form*> forms_;
+  ProgramView* preview_;
+  QLabel* hint_;
+  QTimer previewDelay_;
+};
+
+}  // namespace ui

@@ -1,0 +1,132 @@
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLineEdit>
+
+#include "control_bench.h"
+#include "ui/frm_volt_setup.h"
+#include "ui/number_box.h"
+#include "ui/sheet.h"
+
+namespace {
+
+using model::BlockKind;
+using support::ControlBench;
+using support::controlOf;
+
+constexpr int voltage = 4;
+
+class VoltageWindow : public testing::Test {
+ protected:
+  VoltageWindow() {
+    bench.openExample("everything_at_once");
+    window = &bench.open<ui::frmVoltSetup>(voltage);
+  }
+  [[nodiscard]] const model::MeasurementBlock& block(std::size_t number = 1) const {
+    return window->working().block(BlockKind::voltage, number);
+  }
+  ui::SheetView& channels() { return controlOf<ui::SheetView>(*window, "channels"); }
+  void choose(int row, int column, int lastRow, int lastColumn) {
+    channels().setCurrentIndex(channels().model()->index(row, column));
+    channels().selectionModel()->select(
+        QItemSelection(channels().model()->index(row, column),
+                       channels().model()->index(lastRow, lastColumn)),
+        QItemSelectionModel::ClearAndSelect);
+  }
+  ControlBench bench;
+  ui::frmVoltSetup* window = nullptr;
+};
+
+TEST_F(VoltageWindow, CancelAfterEditsChangesNothing) {
+  const model::Project before = bench.project();
+  support::type(controlOf<ui::NumberBox>(*window, "Settling time:"), "120");
+  EXPECT_EQ(block().SettleTime, 120);
+  window->reject();
+  EXPECT_EQ(bench.project(), before);
+}
+
+TEST_F(VoltageWindow, RefusesWhatIsTypedWrongAndStaysOpen) {
+  for (const char* typed : {"2000000", "-1", "abc", "1.5", ""}) {
+    SCOPED_TRACE(typed);
+    support::type(controlOf<ui::NumberBox>(*window, "Settling time:"), typed);
+    window->accept();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_FALSE(window->hint().isEmpty());
+  }
+  support::type(controlOf<ui::NumberBox>(*window, "Settling time:"), "50");
+  window->accept();
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(bench.project().block(BlockKind::voltage, 1).SettleTime, 50);
+}
+
+TEST_F(VoltageWindow, UndoesEditsFieldByField) {
+  const model::Project before = window->working();
+  support::type(controlOf<ui::NumberBox>(*window, "Settling time:"), "1234560");  // too much
+  support::type(controlOf<ui::NumberBox>(*window, "Settling time:"), "120");
+  controlOf<QCheckBox>(*window, "Reverse inputs").click();
+  const model::Project after = window->working();
+  window->undo();
+  EXPECT_EQ(block().SettleTime, 120);
+  window->undo();
+  EXPECT_EQ(window->working(), before);
+  window->redo();
+  window->redo();
+  EXPECT_EQ(window->working(), after);
+}
+
+TEST_F(VoltageWindow, KeepsNamesOfChannelsThatALowerNumberHides) {
+  const std::vector<model::Element> all = block().elements;
+  auto& reps = controlOf<ui::NumberBox>(*window, "Reps:");
+  support::type(reps, "2");
+  EXPECT_EQ(block().elements.size(), 2U);
+  support::type(reps, QString::number(all.size()));
+  EXPECT_EQ(block().elements, all);
+}
+
+TEST_F(VoltageWindow, RefusesMoreChannelsThanAreFree) {
+  support::type(controlOf<ui::NumberBox>(*window, "Reps:"), "500");
+  ASSERT_FALSE(bench.messages.shown.empty());
+  EXPECT_EQ(bench.messages.shown.back().title, "NOT ENOUGH CHANNELS");
+  EXPECT_TRUE(bench.messages.shown.back().text.starts_with("Not enough channels: "));
+  EXPECT_LT(block().Reps, 500);
+}
+
+TEST_F(VoltageWindow, PastesFromASpreadsheetAllOrNothing) {
+  choose(0, 1, 0, 1);
+  channels().pasteText("Inlet\tbar\t0.5\nOutlet\tbar\t0.25\r\n");
+  EXPECT_EQ(block().elements[0].AliasName, "Inlet");
+  EXPECT_EQ(block().elements[1].AliasUnits, "bar");
+  EXPECT_EQ(block().elements[1].AliasMult, 0.25);
+  const std::vector<model::Element> kept = block().elements;
+  for (const char* wrong : {"Good\tbar\nBad name\tbar\n", "X\tbar\tnot a number\n",
+                            "1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n"}) {
+    SCOPED_TRACE(wrong);
+    channels().pasteText(wrong);
+    EXPECT_EQ(block().elements, kept);
+    EXPECT_TRUE(window->hint().contains("nothing was changed")) << window->hint().toStdString();
+  }
+  choose(0, 1, 1, 3);
+  channels().copy();
+  EXPECT_EQ(QApplication::clipboard()->text(), "Inlet\tbar\t0.5\nOutlet\tbar\t0.25\n");
+}
+
+TEST_F(VoltageWindow, FillsDownWithNamesThatCountOn) {
+  choose(0, 1, 0, 1);
+  channels().pasteText("Load08\tkN\n");
+  choose(0, 1, 3, 2);
+  channels().fillDown();
+  EXPECT_EQ(block().elements[1].AliasName, "Load09");
+  EXPECT_EQ(block().elements[3].AliasName, "Load11");
+  EXPECT_EQ(block().elements[3].AliasUnits, "kN");
+}
+
+TEST_F(VoltageWindow, ShowsTheProgramLinesOfItsBlock) {
+  QTest::qWait(300);
+  const QString lines = window->findChild<ui::ProgramView*>()->toPlainText();
+  EXPECT_TRUE(lines.contains("VoltDiff(VBlk1(),VREP1,VRNG1")) << lines.toStdString();
+  EXPECT_FALSE(lines.contains("BrFull"));
+}
+
+}  // namespace
