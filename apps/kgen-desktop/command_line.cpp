@@ -17,8 +17,8 @@ CommandLine commandLineFrom(const QStringList& words) {
       line.help = true;
     else if (word == "--version" || word == "-v")
       line.version = true;
-    else if (line.complaint.isEmpty())
-      line.complaint = "there is no option " + word + "; see kgen-desktop --help";
+    else if (line.unknown.isEmpty())
+      line.unknown = word;
   }
   return line;
 }

@@ -10,7 +10,7 @@ struct CommandLine {
   QStringList files;
   bool help = false;
   bool version = false;
-  QString complaint;  // of a word that makes no sense; "" without one
+  QString unknown;  // the first option that there is not; "" without one
 };
 
 /// `words` without the name of the program. "--" ends the options.

@@ -13,6 +13,7 @@ namespace desktop {
 namespace {
 
 constexpr int longestText = 4096;
+constexpr int textWidth = 360;
 using Kind = SendTarget::Kind;
 
 }  // namespace
@@ -40,17 +41,13 @@ frmSend::frmSend(SendTarget target, QWidget* parent)
   };
   connect(form_, &ui::Form::edited, this, refresh);
   refresh();
-  constexpr int width = 560;
-  resize(width, sizeHint().height());
 }
 
 void frmSend::addFields() {
-  auto* words = new QLabel(
-      "Save and send writes the program and hands it on: to a folder, for example a memory card, "
-      "or to a command that loads it into the logger.",
-      form_);
-  words->setWordWrap(true);
-  form_->row(words);
+  form_->row(
+      new QLabel("Save and send writes the program and hands it on: to a folder, for\n"
+                 "example a memory card, or to a command that loads it into the logger.",
+                 form_));
   form_->choice({"&Send to:", "What happens with a program that is saved and sent."},
                 ui::choicesOf({"Ask me", "A folder", "A command"}),
                 [this]() -> Kind& { return target_.kind; });
@@ -65,7 +62,8 @@ void frmSend::addFields() {
   form_
       ->text({"&Command:", "Runs with the file of the program in place of %f, or at its end."},
              longestText, [this]() -> std::string& { return command_; })
-      .shownWhen(isCommand);
+      .shownWhen(isCommand)
+      .widget->setMinimumWidth(textWidth);
   form_->rowStretch();
 }
 

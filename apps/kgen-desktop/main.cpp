@@ -15,26 +15,27 @@ QStringList wordsOf(int argc, char** argv) {
   return words;
 }
 
-/// Answers that need no window, and so no screen.
-bool answered(const desktop::CommandLine& line) {
-  if (line.help) QTextStream(stdout) << desktop::helpText();
-  if (line.version) QTextStream(stdout) << desktop::versionText();
-  return line.help || line.version;
+int complained(const QString& option) {
+  QTextStream(stderr) << "kgen-desktop: there is no option " << option
+                      << "; see kgen-desktop --help\n";
+  return wrongUsage;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (answered(desktop::commandLineFrom(wordsOf(argc, argv)))) return 0;
-  QApplication application(argc, argv);  // takes the options of Qt out of argv
+  const desktop::CommandLine early = desktop::commandLineFrom(wordsOf(argc, argv));
+  if (early.help) QTextStream(stdout) << desktop::helpText();
+  if (early.version) QTextStream(stdout) << desktop::versionText();
+  if (early.help || early.version) return 0;
+  // Those with one dash may be Qt's, which the application takes out of argv.
+  if (early.unknown.startsWith("--")) return complained(early.unknown);
+  QApplication application(argc, argv);
   QApplication::setApplicationName("kgen-desktop");
   QApplication::setApplicationDisplayName("KGen");
   QApplication::setDesktopFileName("kgen-desktop");
   const desktop::CommandLine line = desktop::commandLineFrom(wordsOf(argc, argv));
-  if (!line.complaint.isEmpty()) {
-    QTextStream(stderr) << "kgen-desktop: " << line.complaint << '\n';
-    return wrongUsage;
-  }
+  if (!line.unknown.isEmpty()) return complained(line.unknown);
   desktop::DesktopSettings settings;
   desktop::MainWindow window(settings);
   window.show();

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QStatusBar>
 
 #include "desktop_bench.h"
@@ -26,9 +27,12 @@ TEST(MainWindow, FollowsAProjectFromOpenToSave) {
   EXPECT_TRUE(bench.window->program().toPlainText().contains("BeginProg"));
   EXPECT_FALSE(bench.action("Undo").isEnabled());
   EXPECT_EQ(bench.action("Undo").statusTip(), "There is no edit to undo.");
+  QScrollBar* place = bench.window->program().verticalScrollBar();
+  place->setValue(50);
   bench.setOperator("A. Person");
   EXPECT_TRUE(bench.window->isWindowModified());
   bench.waitForReview();
+  EXPECT_EQ(place->value(), 50);
   EXPECT_TRUE(bench.window->program().toPlainText().contains("A. Person"));
   bench.action("Undo operator and ID").trigger();
   EXPECT_FALSE(bench.window->isWindowModified());
