@@ -20,6 +20,7 @@ namespace ui {
 namespace {
 
 constexpr int longestPath = 4096;
+constexpr int pathWidth = 320;
 constexpr int timeUnits = 6;
 
 /// A switch for one bit of a mask.
@@ -101,6 +102,7 @@ frmOptions::frmOptions(const WindowPorts& ports, QWidget* parent)
 }
 
 frmOptions::~frmOptions() {
+  disconnect(qApp, nullptr, this, nullptr);  // the focus moves on while its boxes go
   for (Form* form : forms_) form->disarm();
 }
 
@@ -118,8 +120,9 @@ Form& frmOptions::addPage(const QString& caption, std::string_view words) {
 void frmOptions::addFolders() {
   Form& form = addPage("Folders", "Where projects and programs are kept, and what checks them.");
   form.text(
-      {"&Projects and programs:", "The folder that is offered for projects."}, longestPath,
-      [this]() -> std::string& { return working_.GenPath; }, complaintAboutFolder);
+          {"&Projects and programs:", "The folder that is offered for projects."}, longestPath,
+          [this]() -> std::string& { return working_.GenPath; }, complaintAboutFolder)
+      .widget->setMinimumWidth(pathWidth);
   form.readout({"In use:", "The folder that is offered now."},
                [this] { return ports_.session.GenFilePath; });
   form.button({"Choose the &folder...", "Press to look for the folder."},
