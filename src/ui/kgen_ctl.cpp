@@ -171,7 +171,7 @@ KGenCtl::~KGenCtl() = default;
 control::Session& KGenCtl::session() { return parts_->session; }
 
 ui::SetupWindow* KGenCtl::openWindow(int button) {
-  if (parts_->window) {
+  if (parts_->window && parts_->window->isVisible()) {  // a closed one waits for its deletion
     parts_->window->raise();
     parts_->window->activateWindow();
     return parts_->window;
