@@ -44,7 +44,7 @@ frmBatterySaver::frmBatterySaver(SetupWindow& owner)
   add(*form);
   setContents(form);
   form->setFocus();
-  resize(560, 520);
+  resize(760, 500);
 }
 
 void frmBatterySaver::addTrip(Form& form) {

@@ -23,7 +23,7 @@ frmCalibration::frmCalibration(SetupWindow& owner)
   add(*form);
   setContents(form);
   form->setFocus();
-  resize(560, 320);
+  resize(760, 320);
 }
 
 std::vector<std::string> frmCalibration::previewNames() const { return {"CountSlow"}; }

@@ -61,7 +61,7 @@ frmConfig::frmConfig(const WindowPorts& ports, QWidget* parent)
   layout->addWidget(slotStrip());
   setContents(contents);
   boxes_.at(model::cpuBox)->setFocus();
-  resize(1120, 800);
+  resize(1120, 680);
 }
 
 QWidget* frmConfig::moduleBoxes() {
@@ -101,10 +101,14 @@ void frmConfig::addModules(Form& form, int box) {
 /// A box whose keys are asked for: `takes` stores a count, or answers false.
 Field& frmConfig::addBox(Form& form, const FieldText& text, int number, std::function<int()> count,
                          std::function<bool(int)> takes) {
-  auto* box = new QuantityBox([this, number](char key) {
-    return model::isQuantityKey(number, key) &&
-           !(number == model::cpuBox && key == '2' && ports_.session.UseLegacy);
-  });
+  const bool isCpu = number == model::cpuBox;
+  auto* box = new QuantityBox(
+      isCpu ? QuantityBox::Digits::one : QuantityBox::Digits::any,
+      [this, isCpu, number](char key) {
+        return model::isQuantityKey(number, key) &&
+               !(isCpu && key == '2' && ports_.session.UseLegacy);
+      },
+      &form);
   Field& field = form.custom(text, box);
   field.show = [box, count] { box->showCount(count()); };
   connect(box, &QuantityBox::wanted, this, [this, box, count, takes](int wanted) {
@@ -175,8 +179,10 @@ QWidget* frmConfig::optionList() {
   auto* grid = new QGridLayout(frame);
   for (std::size_t i = 0; i < panels; ++i) addOption(*frame, i);
   grid->setColumnStretch(2, 1);
-  grid->setRowStretch(grid->rowCount(), 1);
-  return frame;
+  auto* form = new Form;  // which keeps its rows in line with those beside it
+  form->row(frame);
+  form->rowStretch();
+  return form;
 }
 
 /// A switch, the button of its panel, and in short what is set there.

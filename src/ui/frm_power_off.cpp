@@ -1,6 +1,6 @@
 #include "ui/frm_power_off.h"
 
-#include <QPushButton>
+#include <QCheckBox>
 #include <QVBoxLayout>
 
 #include "model/conditions.h"
@@ -58,7 +58,7 @@ frmPowerOff::frmPowerOff(SetupWindow& owner)
   }
   setContents(contents);
   left->setFocus();
-  resize(820, 760);
+  resize(820, 640);
 }
 
 void frmPowerOff::addCondition(Form& form) {
@@ -137,24 +137,22 @@ Field& frmPowerOff::addPart(Form& form, const model::InstantField& field, bool o
   return part.then([this] { fillInstants(); });
 }
 
-/// A button that makes the field take part in the time, in front of the field.
+/// A box that makes the field take part in the time, in front of the field.
 void frmPowerOff::addSwitchOf(Form& form, Field& part, const model::InstantField& field) {
-  auto* button = new QPushButton(qstring(field.name), &form);
-  button->setObjectName(qstring(field.name));
-  button->setCheckable(true);
-  button->setAutoDefault(false);
-  connect(button, &QPushButton::clicked, this, [this, button, &field](bool on) {
+  auto* box = new QCheckBox(qstring(field.name), &form);
+  box->setObjectName(qstring(field.name));
+  connect(box, &QCheckBox::clicked, this, [this, box, &field](bool on) {
     configuration().*field.shown = on;
     fillInstants();
-    noteEdit(button->objectName());
+    noteEdit(box->objectName());
   });
   part.shownWhen([this, &field] { return configuration().*field.shown; });
-  part.show = [this, button, &field, show = part.show] {
+  part.show = [this, box, &field, show = part.show] {
     show();
-    button->setChecked(configuration().*field.shown);
-    describe(*button, qstring(field.name), qstring(model::showHelp(configuration(), field)));
+    box->setChecked(configuration().*field.shown);
+    describe(*box, qstring(field.name), qstring(model::showHelp(configuration(), field)));
   };
-  form.lead(part, button);
+  form.lead(part, box);
 }
 
 void frmPowerOff::fillInstants() {

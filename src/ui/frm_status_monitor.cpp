@@ -20,6 +20,7 @@ constexpr std::string_view fieldHelp = "Status field to test.";
 constexpr std::string_view comparisonHelp = "Comparison to make.";
 constexpr std::string_view valueHelp = "Value to compare to field.";
 constexpr std::string_view flagHelp = "Flag to set True or False.";
+const char* const codeHelp = "Shows the code that will be included in the LogScript file.";
 constexpr int longestValue = 60;
 
 std::vector<std::string> comparisonTexts() {
@@ -105,12 +106,13 @@ QWidget* frmStatusMonitor::code() {
   auto* view = new ProgramView(part);
   view->setObjectName("code");
   view->setMaximumHeight(fontMetrics().height() * 9);
-  describe(*view, "Code", "Shows the code that will be included in the LogScript file.");
+  describe(*view, "Code", codeHelp);
   auto* remark = new QLabel(part);
   remark->setObjectName("remark");
   auto* layout = new QVBoxLayout(part);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(remark);
+  layout->addWidget(new QLabel(codeHelp, part));
   layout->addWidget(view);
   onRefresh([this, view, remark] {
     std::string program;

@@ -5,12 +5,14 @@
 
 namespace ui {
 
-/// A box for a count. It swallows keys that are none of a count, and shows the old count until its
-/// window has taken the new one.
+/// A box for a count. It swallows keys that are none of a count, and shows the
+/// old count until its window has taken the new one. The count may be a code of
+/// one digit: then a key replaces it.
 class QuantityBox final : public QLineEdit {
   Q_OBJECT
  public:
-  explicit QuantityBox(std::function<bool(char key)> takes, QWidget* parent = nullptr);
+  enum class Digits { one, any };
+  QuantityBox(Digits digits, std::function<bool(char key)> takes, QWidget* parent);
 
   void showCount(int count);
   /// A box that was left empty asks for 0.
@@ -21,8 +23,13 @@ class QuantityBox final : public QLineEdit {
 
  protected:
   void focusInEvent(QFocusEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  void readText(const QString& typed);
+
+  Digits digits_;
+  std::function<bool(char key)> takes_;
   QString shown_;
 };
 
