@@ -49,7 +49,8 @@ frmExecInt::frmExecInt(const WindowPorts& ports, QWidget* parent)
     : SetupWindow(ports, {"frmExecInt", "Scan Interval", "scan interval"}, parent) {
   onRefresh([this] { compute(); });
   auto* form = new Form;
-  addInterval(form->group("Scan interval"));
+  Form& interval = form->group("Scan interval");
+  addInterval(interval);
   addScanning(form->group("Scanning"));
   addBurst(form->group("Burst"));
   form->rowStretch();
@@ -59,9 +60,10 @@ frmExecInt::frmExecInt(const WindowPorts& ports, QWidget* parent)
   contents->addWidget(budget());
   contents->setStretchFactor(1, 1);
   contents->setChildrenCollapsible(false);
+  contents->setSizes({430, 700});
   setContents(contents);
-  form->setFocus();
-  resize(1080, 740);
+  interval.setFocus();
+  resize(1140, 740);
 }
 
 void frmExecInt::compute() {
@@ -83,7 +85,7 @@ void frmExecInt::addInterval(Form& form) {
         model::trueNumber(scan().ExecutionTime, scan().ExecTimeUnits), "#,##0.######");
     const std::string scans = text::formatted(each > 0 ? 1e6 / each : 0, "#,##0.######");
     return concat(number, " ", KGEN_COMMON::TimeUnitName(scan().ExecTimeUnits, false), ", ", scans,
-                  " scans a second");
+                  scans == "1" ? " scan a second" : " scans a second");
   });
   auto* fault = new QLabel(this);
   fault->setWordWrap(true);
@@ -237,7 +239,7 @@ QWidget* frmExecInt::limitSheet() {
   view->verticalHeader()->hide();
   describe(*view, "Limits of the scan interval", "What limits the scan interval, and to what.");
   const int letter = fontMetrics().averageCharWidth();
-  view->setColumnWidth(0, 34 * letter);
+  view->setColumnWidth(0, 46 * letter);
   view->setColumnWidth(1, 18 * letter);
   add(limitList_);
   return view;

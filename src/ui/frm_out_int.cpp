@@ -121,19 +121,21 @@ frmOutInt::frmOutInt(const WindowPorts& ports, QWidget* parent)
   for (QWidget* each : {static_cast<QWidget*>(left), static_cast<QWidget*>(right), storedList()})
     columns->addWidget(scrolled(each));
   columns->setStretchFactor(2, 1);
+  columns->setSizes({410, 250, 560});
   columns->setChildrenCollapsible(false);
   layout->addWidget(columns, 1);
   add(*left);
   add(*right);
   onRefresh([this] { showTabs(); });
   setContents(contents);
-  resize(1180, 780);
+  tabs_->setFocus();
+  resize(1240, 780);
 }
 
 QTabBar* frmOutInt::tabs() {
   tabs_ = new QTabBar(this);
   tabs_->setObjectName("tabTables");
-  tabs_->setDrawBase(true);
+  tabs_->setDrawBase(false);
   for (std::size_t n = 1; n <= model::maxTables; ++n) tabs_->addTab({});
   describe(*tabs_, "Tables", "Choose the table to set up. Those that are off are marked.");
   connect(tabs_, &QTabBar::currentChanged, this,
@@ -194,7 +196,7 @@ void frmOutInt::addInterval(Form& form) {
   auto* scans = new QLabel(this);
   scans->setWordWrap(true);
   onRefresh([this, scans] {
-    scans->setText(qstring(concat(model::equivalentScansLabel(table()), "  ",
+    scans->setText(qstring(concat(model::equivalentScansLabel(table()), "\n",
                                   model::equivalentScansText(working_, table()))));
   });
   form.row(scans);

@@ -55,7 +55,7 @@ frmTableTimes::frmTableTimes(SetupWindow& owner)
   connect(&tmrFlash_, &QTimer::timeout, this, &frmTableTimes::flash);
   tmrFlash_.start(flashMs);
   setContents(contents);
-  resize(1000, 720);
+  resize(1000, 640);
 }
 
 void frmTableTimes::CalcTableRecs() {
@@ -109,18 +109,22 @@ void frmTableTimes::flash() {
   }
 }
 
+/// In percent, since a card holds so much more than the CPU that nothing else would show.
 void frmTableTimes::showBars() {
   QList<pictures::Bar> bars;
   for (const Medium medium : model::allMedia) {
     const model::MediumSpace& space = plan_.of(medium);
-    pictures::Bar bar{qstring(model::nameOf(medium)), {}, space.capacity};
-    if (space.burstBuffer > 0) bar.segments.append({"Burst buffer", space.burstBuffer});
+    const double percent = space.capacity > 0 ? 100 / space.capacity : 0;
+    if (percent == 0) continue;
+    pictures::Bar bar{qstring(model::nameOf(medium)), {}, 100};
+    if (space.burstBuffer > 0) bar.segments.append({"Burst buffer", space.burstBuffer * percent});
     for (std::size_t t = 0; t < model::maxTables; ++t)
       if (plan_.tables[t].on && plan_.tables[t].medium == medium && plan_.tables[t].bytes > 0)
-        bar.segments.append({qstring(working_.tables[t].TableName), plan_.tables[t].bytes});
+        bar.segments.append(
+            {qstring(working_.tables[t].TableName), plan_.tables[t].bytes * percent});
     bars.append(bar);
   }
-  bars_->setBars(bars, "bytes");
+  bars_->setBars(bars, "%");
 }
 
 QWidget* frmTableTimes::tableSheet() {

@@ -19,7 +19,8 @@ frmTrigger::frmTrigger(SetupWindow& owner, std::size_t table)
   auto* tabs = new QTabWidget(contents);
   tabs->addTab(page(0), "&Start");
   tabs->addTab(page(1), "Sto&p");
-  describe(*tabs->tabBar(), "Conditions", "Choose what starts or what stops the table.");
+  for (QWidget* each : {static_cast<QWidget*>(tabs), static_cast<QWidget*>(tabs->tabBar())})
+    describe(*each, "Conditions", "Choose what starts or what stops the table.");
   layout->addWidget(tabs, 1);
   auto* form = new Form(contents);
   addSettings(*form);
@@ -96,7 +97,8 @@ bool frmTrigger::mayBeDone() {
 }
 
 std::vector<std::string> frmTrigger::previewNames() const {
-  return {text::concat("TriggerCall", table().TableName, "{}"), "DataEvent"};
+  const std::string& name = table().TableName;
+  return {text::concat("TriggerCall", name, "{}"), text::concat(name, "{}")};
 }
 
 }  // namespace ui

@@ -68,7 +68,8 @@ bool frmWriteIf::mayBeDone() {
 }
 
 std::vector<std::string> frmWriteIf::previewNames() const {
-  return {text::concat("TriggerCall", table().TableName, "{}"), "bWriteIfCall"};
+  const std::string& name = table().TableName;
+  return {text::concat("TriggerCall", name, "{}"), name};
 }
 
 }  // namespace ui

@@ -15,12 +15,23 @@ void addSegment(Bar& bar, const QString& name, double micros) {
   if (micros > 0) bar.segments.append({name, micros});
 }
 
+/// Small ones share a segment, so that no colour comes twice.
+bool isSmall(timing::TimeGroup group) {
+  using enum timing::TimeGroup;
+  return group == cao || group == port || group == flag;
+}
+
 Bar mainScan(const model::Project& project, const timing::MeasurementTimes& times) {
   Bar bar{"Scan", {}, model::scanMicros(project)};
-  for (std::size_t group = 0; group < timing::timeGroups; ++group)
-    addSegment(bar, qstring(timing::nameOf(static_cast<timing::TimeGroup>(group))),
-               times.totals[group]);
-  addSegment(bar, "Battery", times.batteryVolts + times.batteryCurrent);
+  double others = times.batteryVolts + times.batteryCurrent;
+  for (std::size_t i = 0; i < timing::timeGroups; ++i) {
+    const auto group = static_cast<timing::TimeGroup>(i);
+    if (isSmall(group))
+      others += times.of(group);
+    else
+      addSegment(bar, qstring(timing::nameOf(group)), times.of(group));
+  }
+  addSegment(bar, "Outputs and battery", others);
   return bar;
 }
 

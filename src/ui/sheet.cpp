@@ -92,7 +92,7 @@ void SheetModel::storeAll(const std::vector<Cell>& cells, const QString& what) {
     return;
   }
   refresh();
-  Q_EMIT edited(what);
+  Q_EMIT edited(QString("%1 %2 %3").arg(what).arg(cells.front().row).arg(cells.front().column));
 }
 
 bool SheetModel::setData(const QModelIndex& index, const QVariant& value, int role) {
