@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -54,12 +55,14 @@ void BlockWindow::build() {
   auto* form = new Form;
   addFields(*form);
   form->rowStretch();
-  contents->addWidget(scrolled(form));
+  QScrollArea* settings = scrolled(form);
+  contents->addWidget(settings);
   contents->addWidget(channelSheet());
   contents->setStretchFactor(2, 1);
   contents->setChildrenCollapsible(false);
   add(*form);
   setContents(contents);
+  settings->setMinimumWidth(form->sizeHint().width() + settings->verticalScrollBar()->width());
   listView_->selectRow(static_cast<int>(number_) - 1);
   listView_->resizeColumnsToContents();
   channelView_->resizeColumnsToContents();
@@ -153,6 +156,7 @@ QWidget* BlockWindow::processings() {
 template <class Processing>
 QWidget* BlockWindow::processing() {
   auto* form = new Form;
+  form->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
   form->button(Processing::button,
                [this] {
                  openInner(new Processing(*this, {kind_, number_}));
@@ -175,9 +179,7 @@ bool BlockWindow::isStored(int processing) {
 std::vector<SheetColumn> BlockWindow::channelColumns() {
   std::vector<SheetColumn> columns = {
       {"Slot : Ch", "Where the channel is connected.", [this](std::size_t row) {
-         return model::inUse(working_, kind_, number_)
-                    ? placeText(model::placeOfElement(working_, plan_, kind_, number_, row + 1))
-                    : std::string();
+         return model::inUse(working_, kind_, number_) ? placeOfChannel(row + 1) : std::string();
        }}};
   for (const channels::Column& each : channels::allColumns().subspan(channels::addressColumns)) {
     const bool isTable = each.field == channels::Field::table;
@@ -200,6 +202,10 @@ std::vector<SheetColumn> BlockWindow::channelColumns() {
     columns.push_back(std::move(column));
   }
   return columns;
+}
+
+std::string BlockWindow::placeOfChannel(std::size_t channel) const {
+  return placeText(model::placeOfElement(working_, plan_, kind_, number_, channel));
 }
 
 QString BlockWindow::channelTitle(const channels::Column& column) const {
@@ -276,7 +282,8 @@ void BlockWindow::addTotals(Form& form) {
                [this] { return text::formatted(times_.total, "#,##0.#"); });
   form.readout({"Free:", "Channels that the chosen block could have besides its own."}, [this] {
     const auto most = static_cast<int>(model::freeChannelsFor(working_, kind_, number_));
-    return text::concat(std::max(most - block().Reps, 0), " channels");
+    const int free = std::max(most - block().Reps, 0);
+    return text::concat(free, free == 1 ? " channel" : " channels");
   });
   form.readout({"Fits:", "What has no place on the modules of the logger."}, [this] {
     return plan_.problems.empty() ? std::string("everything") : plan_.problems.front();

@@ -34,6 +34,8 @@ class BlockWindow : public SetupWindow {
   virtual void addTotals(Form& form);
   /// Blocks of the list: those that the kind can have.
   [[nodiscard]] virtual std::size_t listedBlocks() const;
+  /// Where a channel (from 1) of the chosen block is connected: "5 : 9".
+  [[nodiscard]] virtual std::string placeOfChannel(std::size_t channel) const;
   /// Another block is shown.
   virtual void blockChosen() {}
 

@@ -1,5 +1,6 @@
 #include "ui/frm_tcmux_setup.h"
 
+#include "text/strings.h"
 #include "ui/mask_box.h"
 
 namespace ui {
@@ -33,6 +34,15 @@ void frmTCMUXSetup::addFields(Form& form) {
   addUnits(form);
   addZeroAndCalibration(form);
   addStorage(form);
+}
+
+/// The inputs of a multiplexer are its own, not those of the module.
+std::string frmTCMUXSetup::placeOfChannel(std::size_t channel) const {
+  const auto& multiplexers = plan().of(kind(), number()).multiplexers;
+  for (auto each = multiplexers.rbegin(); each != multiplexers.rend(); ++each)
+    if (channel >= each->firstElement)
+      return text::concat("Mux ", each->number, " : ", channel - each->firstElement + 1);
+  return "";
 }
 
 }  // namespace ui

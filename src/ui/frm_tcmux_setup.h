@@ -12,6 +12,7 @@ class frmTCMUXSetup final : public BlockWindow {
 
  protected:
   void addFields(Form& form) override;
+  [[nodiscard]] std::string placeOfChannel(std::size_t channel) const override;
   void addSharedFields(Form& form) override;
 };
 

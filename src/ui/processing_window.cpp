@@ -83,8 +83,10 @@ void ProcessingWindow::addSizes(Form& form) {
                                                      now.RainHistoCode, now.LevelCode),
                         " of each channel");
   });
-  form.readout({"Stored of:", "Channels that the table stores this way."},
-               [this] { return text::concat(channelsIn(table_), " channels"); });
+  form.readout({"Stored of:", "Channels that the table stores this way."}, [this] {
+    const std::size_t channels = channelsIn(table_);
+    return text::concat(channels, channels == 1 ? " channel" : " channels");
+  });
   form.readout({"Record:", "All data bytes of a record of the table."}, [this] {
     std::int32_t bytes = 0;
     KGEN_COMMON::BytesPerRecord(working_, table_ + 1, bytes);

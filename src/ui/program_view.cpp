@@ -2,6 +2,7 @@
 
 #include <QFontDatabase>
 #include <QPainter>
+#include <QScrollBar>
 #include <QTextBlock>
 
 #include "logscript/lexer.h"
@@ -103,17 +104,13 @@ void ProgramView::setProgram(std::string_view program) {
   if (text == shown_) return;
   shown_ = text;
   const int position = textCursor().position();
-  const int line = firstVisibleBlock().blockNumber();
+  const int top = verticalScrollBar()->value(), left = horizontalScrollBar()->value();
   setPlainText(text);
   QTextCursor after(document());
   after.setPosition(std::min(position, document()->characterCount() - 1));
   setTextCursor(after);
-  const QTextBlock top = document()->findBlockByNumber(std::min(line, blockCount() - 1));
-  QTextCursor first(top);
-  if (line > 0) {
-    setTextCursor(first);
-    centerCursor();
-  }
+  verticalScrollBar()->setValue(top);
+  horizontalScrollBar()->setValue(left);
 }
 
 void ProgramView::setNumbered(bool numbered) {
