@@ -4,7 +4,9 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <vector>
 
+#include "projectfile/rows.h"
 #include "projectfile/value_text.h"
 #include "text/numbers.h"
 #include "text/strings.h"
@@ -17,6 +19,13 @@ char harmless(char c) {
   if (c == '[') return '(';
   if (c == ']') return ')';
   return c == '\r' || c == '\n' || c == '\0' ? ' ' : c;
+}
+
+constexpr std::size_t longestStampedLine = 4 * Stamp::most;
+
+/// An offset without a value of its own is a bare "0".
+bool isBareZero(const Row<model::Element>& row, const model::Element& element) {
+  return row.key == offsetKey && element.AliasOffset == 0 && !element.AliasExcept;
 }
 
 bool isWhole(double value) { return std::abs(value) < 1e15 && value == std::floor(value); }
@@ -33,47 +42,62 @@ std::string indexText(std::initializer_list<std::size_t> indexes, std::string_vi
   return out;
 }
 
+std::string LineWriter::take() {
+  drain();
+  return std::move(out_);
+}
+
+void LineWriter::drain() {
+  out_.append(piece_.data(), used_);
+  used_ = 0;
+}
+
+void LineWriter::put(std::string_view text) {
+  if (text.size() > piece_.size()) {
+    drain();
+    out_ += text;
+    return;
+  }
+  keep(std::copy(text.begin(), text.end(), room(text.size())));
+}
+
 void LineWriter::header(std::string_view section) {
-  out_ += section;
-  out_ += style_.lineEnd;
+  put(section);
+  endLine();
 }
 
 void LineWriter::key(std::string_view prefix, std::string_view name, std::string_view index) {
-  std::array<char, 128> line;  // the parts go over together
-  const std::size_t size = prefix.size() + name.size() + index.size() + style_.equals.size();
-  if (size > line.size()) {
-    out_ += text::concat(prefix, name, index, style_.equals);
-    return;
-  }
-  char* end = line.data();
-  for (const std::string_view part : {prefix, name, index, std::string_view(style_.equals)})
-    end = std::copy(part.begin(), part.end(), end);
-  out_.append(line.data(), size);
-}
-
-void LineWriter::textLine(std::string_view name, std::string_view index, std::string_view text) {
-  key("", name, index);
-  plainText(text);
-  out_ += style_.lineEnd;
+  for (const std::string_view part : {prefix, name, index, style_.equals}) put(part);
 }
 
 void LineWriter::maskLines(std::string_view name, std::size_t block, std::size_t table,
-                           const std::vector<model::Element>& elements) {
-  std::string head(name);
-  head += indexText({block, table});
-  head.back() = ',';
-  std::string middle(")");
-  middle += style_.equals;
-  if (style_.blankBeforeNumbers) middle += ' ';
-  std::string line = head + "525" + middle + "255";  // the lines differ in their ends only
-  line += style_.lineEnd;
-  char* const start = line.data();
+                           std::span<const model::Element> elements) {
+  std::string start = text::concat(name, indexText({block, table}));
+  start.back() = ',';
+  const Stamp head(start);
+  const Stamp middle(text::concat(")", style_.equals, style_.blankBeforeNumbers ? " " : ""));
   for (std::size_t e = 0; e < elements.size() && e < model::maxElements; ++e) {
-    char* p = putDigits(start + head.size(), static_cast<unsigned>(e + 1));
-    p = std::copy(middle.begin(), middle.end(), p);
-    p = putDigits(p, elements[e].Table[table - 1]);
-    p = std::copy(style_.lineEnd.begin(), style_.lineEnd.end(), p);
-    out_.append(start, static_cast<std::size_t>(p - start));
+    char* end = head.put(room(longestStampedLine));
+    end = middle.put(putDigits(end, static_cast<unsigned>(e + 1)));
+    keep(lineEnd_.put(putDigits(end, elements[e].Table[table - 1])));
+  }
+}
+
+void LineWriter::elementLines(std::span<const Row<model::Element>> rows, std::size_t first,
+                              std::span<const model::Element> elements) {
+  std::vector<Stamp> keys;
+  for (const Row<model::Element>& row : rows) keys.emplace_back(row.key);
+  const Stamp open(text::concat("(", first, ",")), close(text::concat(")", style_.equals)),
+      zero(text::concat("0", style_.lineEnd));
+  for (std::size_t e = 0; e < elements.size() && e < model::maxElements; ++e) {
+    const auto number = static_cast<unsigned>(e + 1);
+    for (std::size_t r = 0; r < rows.size(); ++r) {
+      char* end = open.put(keys[r].put(room(longestStampedLine)));
+      end = close.put(putDigits(end, number));
+      const bool bare = isBareZero(rows[r], elements[e]);
+      keep(bare ? zero.put(end) : end);
+      if (!bare) value(peek(rows[r], elements[e]));
+    }
   }
 }
 
@@ -90,12 +114,19 @@ void LineWriter::value(const ValueRef& value) {
     number(std::int64_t{**large});
   else if (auto* const mask = std::get_if<std::uint8_t*>(&value))
     number(std::int64_t{**mask});
-  out_ += style_.lineEnd;
+  endLine();
 }
 
 void LineWriter::number(std::int64_t value) {
-  if (value >= 0 && style_.blankBeforeNumbers) out_ += ' ';
-  appendDigits(out_, value);
+  constexpr std::size_t longest = 24;
+  if (value < 0 || value > 999) {
+    std::string digits(value >= 0 && style_.blankBeforeNumbers ? " " : "");
+    text::appendShortest(digits, value);
+    return put(digits);
+  }
+  char* end = room(longest);
+  if (style_.blankBeforeNumbers) *end++ = ' ';
+  keep(putDigits(end, static_cast<unsigned>(value)));
 }
 
 void LineWriter::number(double value) {
@@ -106,14 +137,15 @@ void LineWriter::number(double value) {
     text::appendGeneral(lastFractionText_, value);
   }
   const bool dropBlank = !style_.blankBeforeNumbers && lastFractionText_.starts_with(' ');
-  out_.append(lastFractionText_, dropBlank ? 1 : 0);
+  put(std::string_view(lastFractionText_).substr(dropBlank ? 1 : 0));
 }
 
 void LineWriter::plainText(std::string_view text) {
-  const std::size_t start = out_.size();
-  out_ += text;
-  const auto written = out_.begin() + static_cast<std::ptrdiff_t>(start);
-  std::transform(written, out_.end(), written, harmless);
+  if (std::none_of(text.begin(), text.end(), [](char c) { return harmless(c) != c; }))
+    return put(text);
+  std::string clean(text);
+  std::transform(clean.begin(), clean.end(), clean.begin(), harmless);
+  put(clean);
 }
 
 }  // namespace projectfile

@@ -76,8 +76,6 @@ class SectionWriter {
                   std::size_t first, std::size_t table);
   void levels(const Row<double>& row, const std::vector<double>& levels, std::int16_t count,
               std::string_view prefix, std::size_t first, std::size_t table);
-  void element(std::span<const Row<model::Element>> rows, const model::Element& element,
-               std::string_view index);
   void ports();
   void outputPorts(std::size_t number, const model::PortGroup& group);
   void inputPorts(std::size_t number, const model::PortGroup& group);
@@ -300,9 +298,7 @@ void SectionWriter::block(BlockKind kind, std::size_t number) {
   });
   for (std::size_t t = 1; t <= model::maxTables; ++t)
     out_.maskLines(maskRow[0].key, number, t, block.elements);
-  eachNumbered(block.elements, [&](std::size_t e, const model::Element& channel) {
-    element(aliasesOf(kind), channel, indexText({number, e}));
-  });
+  out_.elementLines(aliasesOf(kind), number, block.elements);
 }
 
 void SectionWriter::processing(const model::TableProcessing& processing, std::string_view prefix,
@@ -322,18 +318,6 @@ void SectionWriter::levels(const Row<double>& row, const std::vector<double>& le
   eachNumbered(levels, sizeFrom(count), [&](std::size_t k, double level) {
     out_.line(row, level, indexText({first, table, k}), prefix);
   });
-}
-
-/// An offset without a value of its own is a bare "0".
-void SectionWriter::element(std::span<const Row<model::Element>> rows,
-                            const model::Element& element, std::string_view index) {
-  for (const Row<model::Element>& row : rows) {
-    const bool isUnset = row.key == offsetKey && element.AliasOffset == 0 && !element.AliasExcept;
-    if (isUnset)
-      out_.textLine(row.key, index, "0");
-    else
-      out_.line(row, element, index);
-  }
 }
 
 /// Optional sections are written when they say more than a new project does.
@@ -420,9 +404,8 @@ void SectionWriter::canItem(std::size_t number, const model::CanItem& item) {
       out_.lines(maskRow, value.Table[t - 1], indexText({number, v, t}));
     });
   });
-  eachNumbered(item.values, count, [&](std::size_t v, const model::Element& value) {
-    element(elementRows, value, indexText({number, v}));
-  });
+  const std::span<const model::Element> values = item.values;
+  out_.elementLines(elementRows, number, values.first(std::min(count, values.size())));
 }
 
 template <class Rows, class Inputs>
