@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "control/checked_program.h"
 #include "control/edit_history.h"
 #include "control/pre_compiler.h"
 #include "control/settings.h"
@@ -33,6 +34,7 @@ struct SessionPorts {
   ports::MachineRegistry& machine;
   ports::ProcessRunner& processes;
   ports::Host& host;
+  ProgramWriter writeProgram = SAVEDLD::generate;
 };
 
 /// How a save ends.

@@ -135,7 +135,8 @@ Session::Saving Session::prepared() {
 /// A program that is too long, or that our own mistake made faulty, is none.
 void Session::makeProgram(Saving& saving) {
   try {
-    CheckedProgram made = checkedProgram(saving.project, saving.stamp, fileName(programPath()));
+    CheckedProgram made =
+        checkedProgram(saving.project, saving.stamp, fileName(programPath()), ports_.writeProgram);
     saving.remark = std::move(made.remark);
     if (made.fault.empty())
       saving.program = std::move(made.program);

@@ -472,4 +472,32 @@ TEST_F(SessionTest, MakesNewProjectsFromTheSettings) {
   EXPECT_FALSE(settings.values.contains("kgen/Settings/GenPath"));  // as usual: not written
 }
 
+/// A mistake of the program writer costs the new program, never the old one or the project.
+TEST_F(SessionTest, FaultyProgramIsNotWrittenButTheProjectIsSaved) {
+  store(projectOf(1));
+  control::SessionPorts broken = ports();
+  Session session(broken);
+  ASSERT_TRUE(session.OpenFile(at("site.GN7")));
+  ASSERT_EQ(session.SaveDldFile(), SaveResult::saved);
+  const std::string before = platform::readAll(at("site.KP7"));
+
+  broken.writeProgram = [](const model::Project& project, const model::DocumentStamp& stamp) {
+    SAVEDLD::Program program = SAVEDLD::generate(project, stamp);
+    const std::string_view end = "EndProg";
+    program.text.erase(program.text.find(end), end.size());
+    return program;
+  };
+  Session faulty(broken);
+  ASSERT_TRUE(faulty.OpenFile(at("site.GN7")));
+  renameOperator(faulty, "Ann");
+  messages.shown.clear();
+  EXPECT_EQ(faulty.SaveDldFile(), SaveResult::failed);
+  ASSERT_FALSE(messages.shown.empty());
+  EXPECT_NE(messages.shown.back().text.find("by a mistake of the generator"), std::string::npos);
+  EXPECT_EQ(platform::readAll(at("site.KP7")), before);
+  model::Project saved;
+  ASSERT_FALSE(KGEN_GENFILE::load(at("site.GN7"), saved).error);
+  EXPECT_EQ(saved.configuration.Operator, "Ann");
+}
+
 }  // namespace
