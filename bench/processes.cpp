@@ -11,7 +11,10 @@
 #include <stdexcept>
 
 namespace bench {
-namespace {
+double nowMicros() {
+  using namespace std::chrono;
+  return duration<double, std::micro>(steady_clock::now().time_since_epoch()).count();
+}
 
 pid_t start(const Command& command) {
   std::vector<char*> words;
@@ -27,13 +30,6 @@ pid_t start(const Command& command) {
   posix_spawn_file_actions_destroy(&actions);
   if (error != 0) throw std::runtime_error("cannot start " + command.words[0]);
   return child;
-}
-
-}  // namespace
-
-double nowMicros() {
-  using namespace std::chrono;
-  return duration<double, std::micro>(steady_clock::now().time_since_epoch()).count();
 }
 
 Run runOnce(const Command& command) {

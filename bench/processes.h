@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <string>
 #include <vector>
 
@@ -15,6 +17,9 @@ struct Run {
   double micros = 0;
   long peakBytes = 0;
 };
+
+/// Starts a command; throws when there is none.
+pid_t start(const Command& command);
 
 /// Runs a command to its end; throws when it fails.
 Run runOnce(const Command& command);

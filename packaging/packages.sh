@@ -6,6 +6,7 @@ packages_test="libgtest-dev clang-format"
 packages_tidy="clang clang-tidy"
 packages_fuzz="clang libclang-rt-14-dev"
 packages_bench="gcc libinih-dev qt6-base-dev-tools"
+packages_bench_windows="libxdamage-dev qt6-tools-dev-tools linguist-qt6 xvfb xauth"
 
 missing_packages() {
   local package
