@@ -83,30 +83,7 @@ std::string BlockParser::nameWith(std::string_view word, const Open& open) const
 }
 
 std::string BlockParser::opening(const Open& open) const {
-  switch (open.kind) {
-    case Kind::dataTable:
-      return nameWith("DataTable", open);
-    case Kind::sub:
-      return nameWith("Sub", open);
-    case Kind::beginProg:
-      return "BeginProg";
-    case Kind::scan:
-      return "Scan";
-    case Kind::subScan:
-      return "SubScan";
-    case Kind::burst:
-      return "BeginBurstTrigger";
-    case Kind::doLoop:
-      return "Do";
-    case Kind::whileLoop:
-      return "While";
-    case Kind::forLoop:
-      return nameWith("For", open);
-    case Kind::select:
-      return "Select Case";
-    default:
-      return "If";
-  }
+  return nameWith(wordOf(open.kind), open);
 }
 
 std::string BlockParser::closing(const Open& open) const {

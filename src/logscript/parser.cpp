@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <initializer_list>
 
-#include "logscript/block_parser.h"
+#include "logscript/flow_parser.h"
 #include "logscript/instructions.h"
 #include "text/strings.h"
 
@@ -22,9 +22,9 @@ constexpr Word standingAlone[] = {
 constexpr Word withArguments[] = {Word::Scan, Word::SubScan, Word::DataTable,
                                   Word::BeginBurstTrigger, Word::EndBurstTrigger};
 
-class Parser : private BlockParser {
+class Parser : private FlowParser {
  public:
-  using BlockParser::BlockParser;
+  using FlowParser::FlowParser;
 
   Program run() {
     if (program_.text.find('\0') != std::string_view::npos) return refuseBinary();
@@ -210,136 +210,6 @@ class Parser : private BlockParser {
     }
   }
 
-  // Declarations.
-
-  void constants(const Token& word) {
-    declarationPlace(word);
-    do {
-      start(Kind::constant, word);
-      takeName("constant");
-      expect('=', "Const");
-      root(expression());
-      appendDraft();
-    } while (take(','));
-    endStatement();
-  }
-
-  void variables(const Token& word, bool isPublic) {
-    declarationPlace(word);
-    do {
-      start(Kind::variable, word);
-      draft_.isPublic = isPublic;
-      takeName("variable");
-      if (take('(')) argumentList();
-      if (atWord(Word::As)) type();
-      appendDraft();
-    } while (take(','));
-    endStatement();
-  }
-
-  void type() {
-    advance();
-    if (!atWord(Word::Boolean))
-      fail(token_, concat("a variable is a number or 'As Boolean', not ", shown(token_),
-                          "; write Boolean or leave As away"));
-    draft_.isBoolean = true;
-    advance();
-  }
-
-  void alias(const Token& word) {
-    declarationPlace(word);
-    start(Kind::alias, word);
-    root(element("Alias"));
-    expect('=', "Alias");
-    takeName("alias");
-    endStatement();
-    appendDraft();
-  }
-
-  void units(const Token& word) {
-    declarationPlace(word);
-    start(Kind::units, word);
-    root(element("Units"));
-    if (!atSymbol('=')) expect('=', "Units");
-    const std::string_view unit = lexer_.restOfLine(token_.end);
-    advance();
-    if (unit.empty()) fail(token_, "the unit is missing after '='; write it there");
-    Node node;
-    node.kind = NodeKind::text;
-    node.first = node.offset = static_cast<std::uint32_t>(unit.data() - program_.text.data());
-    node.count = static_cast<std::uint32_t>(unit.size());
-    root(add(node));
-    appendDraft();
-  }
-
-  std::uint32_t element(std::string_view where) {
-    const Token name = token_;
-    if (!at(TokenKind::name) || token_.name < keywordCount)
-      fail(token_, concat(where, " wants the name of a variable before ", shown(token_),
-                          "; write it there"));
-    advance();
-    return reference(name);
-  }
-
-  void data(const Token& word) {
-    declarationPlace(word);
-    start(Kind::data, word);
-    do root(expression());
-    while (take(','));
-    endStatement();
-    appendDraft();
-  }
-
-  // Tables, subroutines, the program.
-
-  void dataTable(const Token& word) {
-    closeAll(&word);
-    start(Kind::dataTable, word);
-    expect('(', "DataTable");
-    takeName("table");
-    if (take(','))
-      argumentList();
-    else
-      expect(')', "DataTable");
-    push(Kind::dataTable, appendDraft());
-    endStatement();
-  }
-
-  void subroutine(const Token& word) {
-    closeAll(&word);
-    start(Kind::sub, word);
-    takeName("subroutine");
-    push(Kind::sub, appendDraft());
-    endStatement();
-  }
-
-  void beginProgram(const Token& word) {
-    closeAll(&word);
-    if (begun_)
-      fault(Code::wrongPlace, word.offset,
-            "a second BeginProg; remove it: a program begins and ends once");
-    begun_ = true;
-    start(Kind::beginProg, word);
-    push(Kind::beginProg, appendDraft());
-    endStatement();
-  }
-
-  void slowSequence(const Token& word) {
-    codePlace(word);
-    if (open_.front().kind == Kind::sub && !open_.front().implied)
-      fault(Code::wrongPlace, word.offset,
-            "SlowSequence stands in a subroutine; move it to the end of the program");
-    closeDownTo(1, &word);
-    start(Kind::slowSequence, word);
-    endStatement();
-    appendDraft();
-  }
-
-  void closer(Kind kind, const Token& word, std::string_view closing, std::string_view opening) {
-    start(Kind::close, word);
-    closeKind(kind, word, closing, opening);
-  }
-
   void end(const Token& word) {
     struct Closer {
       Word word;
@@ -361,221 +231,6 @@ class Parser : private BlockParser {
     }
     fail(token_, concat("'End' ends nothing before ", shown(token_),
                         "; write End Sub, End If or End Select"));
-  }
-
-  // Scans, subscans and burst triggers: brackets that don't hold their own kind.
-
-  void bracket(Kind kind, const Token& word) {
-    codePlace(word);
-    if (kind != Kind::scan && open_.front().kind == Kind::beginProg && !isOpen(Kind::scan)) {
-      fault(Code::wrongPlace, word.offset,
-            concat(shown(word), " stands outside a scan; put it between Scan and Next Scan"));
-      imply(Kind::scan, word);
-    }
-    closeDownTo(innermost(kind), &word);
-    start(kind, word);
-    expect('(', program_.spelling(word.name));
-    argumentList();
-    push(kind, appendDraft());
-    endStatement();
-  }
-
-  void endBurst(const Token& word) {
-    start(Kind::close, word);
-    expect('(', "EndBurstTrigger");
-    argumentList();
-    closeKind(Kind::burst, word, "EndBurstTrigger", "BeginBurstTrigger");
-  }
-
-  void next(const Token& word) {
-    start(Kind::close, word);
-    const Token name = token_;
-    if (!at(TokenKind::name)) return closeFor(word, name);
-    advance();
-    if (name.name == idOf(Word::Scan)) return closeKind(Kind::scan, word, "Next Scan", "Scan");
-    if (name.name == idOf(Word::SubScan))
-      return closeKind(Kind::subScan, word, "Next SubScan", "SubScan");
-    closeFor(word, name);
-  }
-
-  void closeFor(const Token& word, const Token& variable) {
-    const auto isFor = [](const Open& open) { return open.kind == Kind::forLoop; };
-    std::size_t index = innermost([&](const Open& open) {
-      return isFor(open) &&
-             (variable.name == noName || program_.statements[open.statement].name == variable.name);
-    });
-    if (index == open_.size() && variable.name != noName) {
-      index = innermost(isFor);
-      if (index != open_.size()) {
-        fault(Code::closedWrongly, variable.offset,
-              concat("Next ", program_.spelling(variable.name), " closes ", opening(open_[index]),
-                     " of line ", program_.line(program_.statements[open_[index].statement].offset),
-                     "; write ", closing(open_[index])));
-      }
-    }
-    if (index == open_.size()) closesNothing(word, "Next", "For");
-    close(index, word);
-    endStatement();
-  }
-
-  // Conditions and loops.
-
-  void ifThen(const Token& word) {
-    codePlace(word);
-    start(Kind::ifThen, word);
-    root(expression());
-    expectWord(Word::Then, "If");
-    push(Kind::ifThen, appendDraft(), !atEndOfStatement());
-  }
-
-  /// The If that a part of one belongs to; one is implied when there is none.
-  void toIf(const Token& word) {
-    const std::size_t index = innermost(Kind::ifThen);
-    if (index != open_.size()) return closeDownTo(index + 1, &word);
-    codePlace(word);
-    closesNothing(word, shown(word), "If");
-    imply(Kind::ifThen, word);
-  }
-
-  void elseIf(const Token& word) {
-    toIf(word);
-    start(Kind::elseIf, word);
-    root(expression());
-    expectWord(Word::Then, "ElseIf");
-    appendDraft();
-  }
-
-  void otherwise(const Token& word) {
-    toIf(word);
-    start(Kind::otherwise, word);
-    appendDraft();
-  }
-
-  void loopCondition() {
-    if (!atWord(Word::Until) && !atWord(Word::While)) return;
-    advance();
-    root(expression());
-  }
-
-  void doLoop(const Token& word) {
-    codePlace(word);
-    start(Kind::doLoop, word);
-    loopCondition();
-    push(Kind::doLoop, appendDraft());
-    endStatement();
-  }
-
-  void loop(const Token& word) {
-    start(Kind::close, word);
-    loopCondition();
-    closeKind(Kind::doLoop, word, "Loop", "Do");
-  }
-
-  void whileLoop(const Token& word) {
-    codePlace(word);
-    start(Kind::whileLoop, word);
-    root(expression());
-    push(Kind::whileLoop, appendDraft());
-    endStatement();
-  }
-
-  void forLoop(const Token& word) {
-    codePlace(word);
-    start(Kind::forLoop, word);
-    takeName("variable of the loop");
-    expect('=', "For");
-    root(expression());
-    expectWord(Word::To, "For");
-    root(expression());
-    if (atWord(Word::Step)) {
-      advance();
-      root(expression());
-    }
-    endLoopsOf(draft_.name, word);
-    push(Kind::forLoop, appendDraft());
-    endStatement();
-  }
-
-  /// A loop over a variable that another open loop counts: the other one should have ended.
-  void endLoopsOf(NameId variable, const Token& word) {
-    const std::size_t index = innermost([&](const Open& open) {
-      return open.kind == Kind::forLoop && program_.statements[open.statement].name == variable;
-    });
-    closeDownTo(index, &word);
-  }
-
-  void select(const Token& word) {
-    codePlace(word);
-    start(Kind::select, word);
-    expectWord(Word::Case, "Select");
-    root(expression());
-    push(Kind::select, appendDraft());
-    endStatement();
-  }
-
-  void caseOf(const Token& word) {
-    const std::size_t index = innermost(Kind::select);
-    if (index == open_.size()) closesNothing(word, "Case", "Select Case");
-    if (index != open_.size()) closeDownTo(index + 1, &word);
-    start(Kind::caseOf, word);
-    if (atWord(Word::Else)) {
-      advance();
-    } else {
-      do caseRange();
-      while (take(','));
-    }
-    endStatement();
-    appendDraft();
-  }
-
-  void caseRange() {
-    root(expression());
-    if (!atWord(Word::To)) return;
-    advance();
-    root(expression());
-  }
-
-  // Calls and the rest.
-
-  void call(Kind kind, const Token& word, std::string_view what) {
-    codePlace(word);
-    start(kind, word);
-    takeName(what);
-    if (take('(')) expect(')', program_.spelling(word.name));
-    endStatement();
-    appendDraft();
-  }
-
-  void read(const Token& word) {
-    codePlace(word);
-    start(Kind::read, word);
-    root(element("Read"));
-    endStatement();
-    appendDraft();
-  }
-
-  void exit(const Token& word) {
-    static constexpr std::pair<Word, Kind> blocks[] = {{Word::For, Kind::forLoop},
-                                                       {Word::Do, Kind::doLoop},
-                                                       {Word::Scan, Kind::scan},
-                                                       {Word::Sub, Kind::sub}};
-    for (const auto& [which, kind] : blocks) {
-      if (!atWord(which)) continue;
-      advance();
-      return exitBlock(word, kind);
-    }
-    fail(token_, concat("'Exit' leaves nothing before ", shown(token_),
-                        "; write Exit For, Exit Do, Exit Sub or ExitScan"));
-  }
-
-  void exitBlock(const Token& word, Kind kind) {
-    if (!isOpen(kind) && !(open_.empty() ? false : open_.front().implied))
-      fault(Code::wrongPlace, word.offset,
-            concat(shown(word),
-                   " leaves no block: it stands in none of its kind; move or remove it"));
-    start(Kind::exitBlock, word);
-    endStatement();
-    appendDraft();
   }
 
   void named(const Token& word) {
@@ -699,16 +354,9 @@ class Parser : private BlockParser {
     misspelt(word, program_.spelling(best), Code::syntax);
     keyword(static_cast<Word>(best), asWord(word, static_cast<Word>(best)));
   }
-
-  bool begun_ = false;
 };
 
 }  // namespace
-
-std::size_t Program::lines() const {
-  const bool lastIsEmpty = lineStarts.back() == text.size();
-  return lineStarts.size() - (lastIsEmpty ? 1 : 0);
-}
 
 Program parse(std::string_view text) { return Parser(text).run(); }
 

@@ -87,6 +87,9 @@ enum class StatementKind : std::uint8_t {
   invoke,     // name of an instruction or subroutine; arguments
 };
 
+/// The word that begins a statement; "=" for what begins with a name.
+std::string_view wordOf(StatementKind kind);
+
 /// One statement. A block is a statement whose members follow it up to its end.
 struct Statement {
   StatementKind kind = StatementKind::invoke;

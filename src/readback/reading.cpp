@@ -256,49 +256,6 @@ class Reader {
     }
   }
 
-  static std::string_view wordOf(Kind kind) {
-    switch (kind) {
-      case Kind::data:
-        return "Data";
-      case Kind::read:
-        return "Read";
-      case Kind::dataTable:
-        return "DataTable";
-      case Kind::sub:
-        return "Sub";
-      case Kind::beginProg:
-        return "BeginProg";
-      case Kind::slowSequence:
-        return "SlowSequence";
-      case Kind::scan:
-        return "Scan";
-      case Kind::subScan:
-        return "SubScan";
-      case Kind::burst:
-        return "BeginBurstTrigger";
-      case Kind::doLoop:
-        return "Do";
-      case Kind::whileLoop:
-        return "While";
-      case Kind::forLoop:
-        return "For";
-      case Kind::ifThen:
-        return "If";
-      case Kind::elseIf:
-        return "ElseIf";
-      case Kind::otherwise:
-        return "Else";
-      case Kind::select:
-        return "Select Case";
-      case Kind::caseOf:
-        return "Case";
-      case Kind::exitBlock:
-        return "Exit";
-      default:
-        return "=";
-    }
-  }
-
   const logscript::Program& program_;
   Expressions expressions_;
   Reading reading_;
