@@ -1,7 +1,6 @@
 #include "desktop/main_window.h"
 
 #include <QCloseEvent>
-#include <QDir>
 #include <QFileInfo>
 #include <QMimeData>
 #include <QScreen>
@@ -115,18 +114,25 @@ void MainWindow::rememberPlaces() {
   settings_.setPlace("splitter", parts_->saveState());
 }
 
-/// A working copy belongs to the window that is still open, when there is one.
 void MainWindow::begin(const QStringList& files) {
-  const QString folder = ui::qstring(control_->session().workDirectory());
-  QDir().mkpath(folder);
-  lock_ = std::make_unique<QLockFile>(folder + "/kgen-desktop.lock");
-  lock_->setStaleLockTime(0);
-  const bool first = lock_->tryLock(0);
-  if (first && control_->session().OfferWorkingCopy()) return;
+  if (offerWorkingCopy()) return tellOfUnopened(files);
   if (!files.isEmpty()) open(files.front());
-  if (files.size() > 1)
-    tell(message("ONE PROJECT AT A TIME",
-                 "One project is open at a time. Not opened:\r\n" + files.mid(1).join("\r\n")));
+  tellOfUnopened(files.mid(1));
+}
+
+/// One that a crash left behind; windows that are open keep theirs.
+bool MainWindow::offerWorkingCopy() {
+  control::Session& session = control_->session();
+  place_.emplace(ui::qstring(session.workDirectory()));
+  session.useWorkDirectory(ui::utf8(place_->folder()));
+  return place_->isOwn() && session.OfferWorkingCopy();
+}
+
+void MainWindow::tellOfUnopened(QStringList files) {
+  files.removeAll(control_->CurrentFileName());
+  if (files.isEmpty()) return;
+  tell(message("ONE PROJECT AT A TIME",
+               "One project is open at a time. Not opened:\r\n" + files.join("\r\n")));
 }
 
 void MainWindow::open(const QString& path) {

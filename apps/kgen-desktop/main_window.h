@@ -1,12 +1,11 @@
 #pragma once
 
 #include <QDockWidget>
-#include <QLockFile>
 #include <QMainWindow>
 #include <QMenu>
 #include <QSplitter>
 #include <QTabWidget>
-#include <memory>
+#include <optional>
 
 #include "desktop/budget_page.h"
 #include "desktop/desktop_settings.h"
@@ -14,6 +13,7 @@
 #include "desktop/findings_list.h"
 #include "desktop/reviewer.h"
 #include "desktop/sender.h"
+#include "desktop/work_place.h"
 #include "ui/kgen_ctl.h"
 #include "ui/program_view.h"
 #include "ui/qt_messages.h"
@@ -67,6 +67,8 @@ class MainWindow final : public QMainWindow {
   void goTo(const Finding& finding);
   void keepNote(const QString& line);
   void noteOpened(const QString& path);
+  bool offerWorkingCopy();
+  void tellOfUnopened(QStringList files);
   [[nodiscard]] ReviewRequest reviewRequest();
 
   void sendProgram(const QString& program);
@@ -104,7 +106,7 @@ class MainWindow final : public QMainWindow {
   std::vector<Finding> fileFindings_;  // of the reading of the project's file
   std::vector<Finding> notes_;         // of what is going on
   QString shownFile_;
-  std::unique_ptr<QLockFile> lock_;  // held by the first window of this user
+  std::optional<WorkPlace> place_;
 };
 
 }  // namespace desktop

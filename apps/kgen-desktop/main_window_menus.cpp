@@ -76,6 +76,8 @@ void MainWindow::addProjectMenu() {
   control::Session& session = control_->session();
   add(menu, {"&New", "new", "Begins a new project.", QKeySequence::New,
              [&session] { session.NewProject(); }});
+  add(menu, {"New from a &List...", "", "Plans a new project: modules, a list of channels, tables.",
+             QKeySequence("Ctrl+Shift+N"), [this] { control_->openNewProject(); }});
   add(menu, {"&Open...", "open", "Opens a project.", QKeySequence::Open,
              [&session] { session.ChooseAndOpen(); }});
   recentMenu_ = menu.addMenu("Open &Recent");

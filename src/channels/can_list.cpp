@@ -39,13 +39,6 @@ Complaint storeWhole(std::string_view cell, std::int16_t& number) {
   return {};
 }
 
-Complaint storeNumber(std::string_view cell, double& number) {
-  if (!text::isNumber(cell))
-    return concat("'", cell, "' is no number; write it with a decimal point");
-  number = text::readNumber(cell);
-  return {};
-}
-
 Complaint storeUnits(std::string_view cell, std::string& units) {
   if (auto complaint = model::complaintAboutUnits(cell)) return complaint;
   units = cell;
@@ -135,11 +128,7 @@ class ListReader {
   }
 
  private:
-  void fault(std::string text) {
-    if (list_.faults.size() + 1 == mostFaults)
-      text = "further faults are not listed; mend these first";
-    if (list_.faults.size() < mostFaults) list_.faults.push_back({line_, std::move(text)});
-  }
+  void fault(std::string text) { addFault(list_.faults, line_, std::move(text)); }
 
   void readLine(std::string_view line) {
     if (text::trimmed(line).empty()) return;

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "channels/channel_csv.h"
+#include "channels/cells.h"
 #include "model/project.h"
 
 namespace channels {

@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <limits>
 
+#include "channels/cells.h"
 #include "model/names.h"
 #include "text/numbers.h"
 #include "text/strings.h"
@@ -46,26 +45,14 @@ Complaint storeText(std::string_view cell, const Complaint& complaint, std::stri
   return complaint;
 }
 
-Complaint storeNumber(std::string_view cell, double& value) {
-  const double number = text::readNumber(cell);
-  if (!text::isNumber(cell) || std::abs(number) >= std::numeric_limits<double>::max())
-    return complaintOf(cell, "is no number; write it with a decimal point");
-  value = number;
-  return {};
-}
-
-Complaint storeFlag(std::string_view cell, bool& flag) {
-  for (const std::string_view yes : {"yes", "true", "on", "1"})
-    if (text::equalsIgnoringCase(cell, yes)) return flag = true, Complaint{};
-  for (const std::string_view no : {"no", "false", "off", "0"})
-    if (text::equalsIgnoringCase(cell, no)) return flag = false, Complaint{};
-  return complaintOf(cell, "is neither yes nor no; write one of them");
-}
-
 }  // namespace
 
 std::span<const Column> allColumns() { return columns; }
 std::span<const std::string_view> processingWords() { return processings; }
+
+std::vector<std::string> processingsUpTo(int last) {
+  return {processings.begin(), processings.begin() + last + 1};
+}
 
 std::string maskText(std::uint8_t mask) {
   std::string out;
@@ -94,6 +81,17 @@ Complaint storeMask(std::string_view cell, std::uint8_t& mask) {
     bits |= 1U << static_cast<unsigned>(found - processings.begin());
   }
   mask = static_cast<std::uint8_t>(bits);
+  return {};
+}
+
+Complaint storeMask(std::string_view cell, std::uint8_t& mask, int last) {
+  std::uint8_t wanted = 0;
+  if (Complaint complaint = storeMask(cell, wanted)) return complaint;
+  const unsigned added = wanted & ~static_cast<unsigned>(mask);
+  for (auto code = static_cast<std::size_t>(last) + 1; code < processings.size(); ++code)
+    if ((added >> code & 1U) != 0)
+      return text::concat("no table stores ", processings[code], " of it; choose another one");
+  mask = wanted;
   return {};
 }
 
@@ -140,7 +138,7 @@ Complaint storeCell(const Column& column, BlockKind kind, std::string_view cell,
       return storeNumber(cell,
                          kind == BlockKind::bridge ? element.AliasGFactor : element.AliasOffset);
     case Field::ownScaling:
-      return storeFlag(cell, element.AliasExcept);
+      return storeYesNo(cell, element.AliasExcept);
     case Field::table:
       return storeMask(cell, element.Table[column.table]);
     default:

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "model/project.h"
 
@@ -39,10 +40,14 @@ std::string cellText(const Column& column, const ChannelAddress& address,
 
 /// Words of the processing codes 0 to 7.
 std::span<const std::string_view> processingWords();
+std::vector<std::string> processingsUpTo(int last);
 /// A mask of processings as a cell: words joined by "+".
 std::string maskText(std::uint8_t mask);
 /// Stores such a cell, or says what is wrong with it.
 std::optional<std::string> storeMask(std::string_view cell, std::uint8_t& mask);
+/// The same where only processings up to a code are stored; those beyond that the mask has already
+/// may stay.
+std::optional<std::string> storeMask(std::string_view cell, std::uint8_t& mask, int last);
 
 /// Stores a cell. A text that the column does not take is answered with what is wrong and what to
 /// do, and the channel keeps its value.

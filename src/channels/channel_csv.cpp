@@ -49,7 +49,7 @@ class Importer {
   explicit Importer(model::Project& project) : project_(project) {}
 
   ImportReport run(std::string_view csv) {
-    CsvReader reader(csv);
+    CsvReader reader(csv, separatorOf(csv));
     CsvRow row;
     if (!reader.next(row))
       fault(1, "the table is empty; start from an export");
@@ -63,9 +63,7 @@ class Importer {
 
  private:
   void fault(std::size_t line, std::string text) {
-    if (report_.faults.size() + 1 == mostFaults)
-      text = "further faults are not listed; mend these first";
-    if (report_.faults.size() < mostFaults) report_.faults.push_back({line, std::move(text)});
+    addFault(report_.faults, line, std::move(text));
   }
 
   bool readHeader(const CsvRow& row) {
@@ -74,7 +72,7 @@ class Importer {
       if (column == nullptr)
         fault(row.line, text::concat("column '", cell,
                                      "' is not known; name columns as an export does and separate "
-                                     "them with commas"));
+                                     "them with commas or tabs"));
       else if (std::find(order_.begin(), order_.end(), column) != order_.end())
         fault(row.line, text::concat("column ", column->name, " stands twice; remove one"));
       order_.push_back(column);
@@ -194,6 +192,18 @@ std::string csvText(const model::Project& project) {
       }
     }
   return out;
+}
+
+bool isChannelTable(std::string_view text) {
+  CsvRow row;
+  if (!CsvReader(text, separatorOf(text)).next(row)) return false;
+  const auto hasColumn = [&row](const Column& column) {
+    return std::any_of(row.cells.begin(), row.cells.end(), [&column](const std::string& cell) {
+      return columnNamed(text::trimmed(cell)) == &column;
+    });
+  };
+  const auto address = allColumns().first(addressColumns);
+  return std::all_of(address.begin(), address.end(), hasColumn);
 }
 
 ImportReport importCsv(std::string_view csv, model::Project& project) {

@@ -1,5 +1,7 @@
 #include "channels/csv.h"
 
+#include "text/strings.h"
+
 namespace channels {
 namespace {
 
@@ -21,7 +23,12 @@ void appendCell(std::string& out, std::string_view cell) {
 
 }  // namespace
 
-CsvReader::CsvReader(std::string_view text) : text_(text) {
+char separatorOf(std::string_view text) {
+  const std::string_view first = text.substr(0, text.find('\n'));
+  return first.find('\t') == std::string_view::npos ? ',' : '\t';
+}
+
+CsvReader::CsvReader(std::string_view text, char separator) : text_(text), separator_(separator) {
   if (text_.starts_with(byteOrderMark)) text_.remove_prefix(byteOrderMark.size());
 }
 
@@ -42,8 +49,10 @@ std::string CsvReader::quotedCell(CsvRow& row) {
     const char c = text_[position_];
     if (c == '"' && text_.substr(position_, 2) != "\"\"") {
       ++position_;
-      if (!atLineEnd() && text_[position_] != ',')
-        row.complaint = "text follows a closing quote; put a comma after it or double the quote";
+      if (!atLineEnd() && text_[position_] != separator_)
+        row.complaint =
+            text::concat("text follows a closing quote; put a ",
+                         separator_ == ',' ? "comma" : "tab", " after it or double the quote");
       return cell;
     }
     if (c == '"') ++position_;
@@ -56,7 +65,7 @@ std::string CsvReader::quotedCell(CsvRow& row) {
 
 std::string CsvReader::plainCell() {
   const std::size_t start = position_;
-  while (!atLineEnd() && text_[position_] != ',') ++position_;
+  while (!atLineEnd() && text_[position_] != separator_) ++position_;
   return std::string(text_.substr(start, position_ - start));
 }
 
@@ -66,7 +75,7 @@ void CsvReader::readCells(CsvRow& row) {
     std::string cell = quoted ? quotedCell(row) : plainCell();
     if (!row.complaint.empty()) plainCell();
     if (row.cells.size() < mostCells) row.cells.push_back(std::move(cell));
-    more = position_ < text_.size() && text_[position_] == ',';
+    more = position_ < text_.size() && text_[position_] == separator_;
     if (more) ++position_;
   }
 }

@@ -14,11 +14,14 @@ struct CsvRow {
   std::string complaint;  // not empty: the row is no CSV
 };
 
-/// Reads comma-separated rows with quoted cells, one after another. Lines end in CR LF or LF; a
-/// byte order mark and empty lines are passed over.
+/// The sign between the cells of a text: a tab when its first line has one, else a comma.
+char separatorOf(std::string_view text);
+
+/// Reads rows of separated cells, which may be quoted, one after another. Lines end in CR LF or LF;
+/// a byte order mark and empty lines are passed over.
 class CsvReader {
  public:
-  explicit CsvReader(std::string_view text);
+  explicit CsvReader(std::string_view text, char separator = ',');
   /// False at the end of the text.
   bool next(CsvRow& row);
 
@@ -30,6 +33,7 @@ class CsvReader {
   void readCells(CsvRow& row);
 
   std::string_view text_;
+  char separator_;
   std::size_t position_ = 0;
   std::size_t line_ = 1;
 };

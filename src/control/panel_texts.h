@@ -6,7 +6,8 @@
 /// Texts of the main panel.
 namespace control::panel {
 
-/// One of the buttons, which are told apart by their index.
+/// One of the buttons, which are told apart by their index. Their mnemonics leave J, W and X to
+/// the menus of a program around the panel.
 struct Button {
   std::string_view caption;
   std::string_view help;
@@ -24,10 +25,10 @@ inline constexpr std::array<Button, 18> buttons = {{
     {"&Filter / FFT", "Set up filter/FFT measurements to be made with the Logger."},
     {"P&ulse", "Set up pulse input measurements to be made with the Logger."},
     {"TC&MUX", "Set up TCMUX measurements."},
-    {"&CAN Bus", "Set up Canbus items."},
-    {"C&alculated", "Set up calculated fields."},
+    {"CA&N Bus", "Set up Canbus items."},
+    {"&Calculated", "Set up calculated fields."},
     {"&Ports", "Set up ports on the 7131 and 7141/42 modules."},
-    {"Fla&gs", "Set up program flags."},
+    {"Fl&ags", "Set up program flags."},
     {"&Excitation", "Set up 7131 excitation channels."},
     {"SAVE AND SEN&D", "Save the file and download to the data logger."},
     {"&SAVE", "Save the file for later downloading to the Logger."},
@@ -51,6 +52,7 @@ inline constexpr std::string_view summary =
 // The buttons that end a setup window.
 inline constexpr std::string_view done = "Press to save changes and exit.";
 inline constexpr std::string_view abandon = "Press to abandon changes and exit.";
+inline constexpr std::string_view abandonTables = "Press to exit without saving changes.";
 }  // namespace help
 
 /// Longest operator and ID.

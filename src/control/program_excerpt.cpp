@@ -52,8 +52,10 @@ bool hasWord(std::string_view code, const Pattern& pattern) {
        at = code.find(name, at + 1)) {
     const std::size_t end = at + name.size();
     const bool begins = at == 0 || !isNameSign(code[at - 1]) || !isNameSign(name.front());
-    const bool ends =
-        pattern.goesOn || end == code.size() || !isNameSign(code[end]) || !isNameSign(name.back());
+    const bool numberGoesOn =
+        end < code.size() && text::isDigit(code[end]) && text::isDigit(name.back());
+    const bool ends = end == code.size() || !isNameSign(code[end]) || !isNameSign(name.back()) ||
+                      (pattern.goesOn && !numberGoesOn);
     if (begins && ends) return true;
   }
   return false;

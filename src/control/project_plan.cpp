@@ -118,6 +118,7 @@ class Builder {
     takeTableNames();
     chooseCpu();
     for (const BlockKind kind : model::allBlockKinds) addBlocks(kind);
+    remarkOnTables();
     addModules();
     model::fitLists(project());
     chooseScan();
@@ -127,8 +128,10 @@ class Builder {
 
  private:
   model::Project& project() { return out_.project; }
-  void remark(std::string text) { out_.remarks.push_back(std::move(text)); }
-  void obstacle(std::string text) { out_.obstacles.push_back(std::move(text)); }
+  void remark(PlanStep step, std::string text) { out_.remarks.push_back({step, std::move(text)}); }
+  void obstacle(PlanStep step, std::string text) {
+    out_.obstacles.push_back({step, std::move(text)});
+  }
 
   [[nodiscard]] std::size_t tableCount() const {
     return std::min(plan_.tables.size(), model::maxTables);
@@ -148,11 +151,12 @@ class Builder {
   }
 
   void chooseCpu() {
-    const bool needsK700X = wanted(BlockKind::isolated) > 0 || wanted(BlockKind::tcmux) > 0;
+    const bool needsK700X = wanted(BlockKind::isolated) > 0 || wanted(BlockKind::tcmux) > 0 ||
+                            plannedModules(ModuleKindIndex::isolation7128) > 0;
     project().configuration.quantity(ModuleKindIndex::cpu) =
         plan_.cpu == 2 || needsK700X ? std::int16_t{2} : std::int16_t{1};
     if (needsK700X && plan_.cpu != 2)
-      remark("the CPU is the 7104, which isolated and TCMUX channels need");
+      remark(PlanStep::logger, "the CPU is the 7104, which isolated and TCMUX channels need");
   }
 
   void addBlocks(BlockKind kind) {
@@ -170,7 +174,8 @@ class Builder {
       countBlock(kind, number);
     }
     if (left > 0)
-      obstacle(concat(wanted(kind), " ", model::infoOf(kind).name, " channels are more than ",
+      obstacle(PlanStep::kinds,
+               concat(wanted(kind), " ", model::infoOf(kind).name, " channels are more than ",
                       limit, " blocks hold; leave ", left, " out"));
   }
 
@@ -191,7 +196,10 @@ class Builder {
     for (std::size_t t = 0; t < tableCount(); ++t)
       element.Table[t] = plan_.tables[t].processings & plannableProcessings;
     block.elements.assign(count, element);
-    for (std::size_t e = 0; e < named; ++e) setChannel(kind, block, block.elements[e], *list[e]);
+    for (std::size_t e = 0; e < named; ++e) {
+      setChannel(kind, block, block.elements[e], *list[e]);
+      setTables(block.elements[e], *list[e]);
+    }
   }
 
   /// The first channel of a block is like the block.
@@ -210,8 +218,8 @@ class Builder {
     if (fits)
       element.AliasName = channel.name;
     else
-      remark(concat("a ", model::infoOf(kind).name, " channel has no name: '", channel.name,
-                    "' is no name or another one's"));
+      remark(PlanStep::list, concat("a ", model::infoOf(kind).name, " channel has no name: '",
+                                    channel.name, "' is no name or another one's"));
     if (channel.units != block.Units && !model::complaintAboutUnits(channel.units))
       element.AliasUnits = channel.units;
     double& second = kind == BlockKind::bridge ? element.AliasGFactor : element.AliasOffset;
@@ -220,6 +228,25 @@ class Builder {
     element.AliasExcept = mult != element.AliasMult || offset != second;
     element.AliasMult = mult;
     second = offset;
+  }
+
+  /// What the list says of a table takes the place of what the table stores of all channels.
+  void setTables(model::Element& element, const PlannedChannel& channel) {
+    for (std::size_t t = 0; t < model::maxTables; ++t) {
+      if (!channel.tables[t]) continue;
+      element.Table[t] = *channel.tables[t] & plannableProcessings;
+      if (element.Table[t] != *channel.tables[t]) crossings_ = true;
+      if (t >= tableCount() && element.Table[t] != 0) surplus_ = std::max(surplus_, t + 1);
+    }
+  }
+
+  void remarkOnTables() {
+    if (crossings_)
+      remark(PlanStep::list,
+             "level crossings are left out: their levels are set up with the block");
+    if (surplus_ > 0)
+      remark(PlanStep::tables, concat("the list stores channels in table ", surplus_,
+                                      ", which is off; plan so many tables"));
   }
 
   // ---- modules
@@ -232,11 +259,26 @@ class Builder {
         static_cast<std::int16_t>((wanted(BlockKind::tcmux) + ofMultiplexer - 1) / ofMultiplexer);
     for (const ModuleKindIndex kind :
          {analog7121, excitation7131, counter7141, highVoltage7127, filter7125, isolation7128})
-      configuration.quantity(kind) = static_cast<std::int16_t>(modulesNeeded(project(), kind));
+      takeModules(kind);
+    configuration.quantity(adaptor7151) = plannedModules(adaptor7151);
     const int modules = userModules(configuration);
     if (modules > static_cast<int>(model::maxUserModules))
-      obstacle(concat("the channels need ", modules, " modules, and a logger has room for ",
+      obstacle(PlanStep::logger,
+               concat("the logger needs ", modules, " modules, and a logger has room for ",
                       model::maxUserModules, "; leave some out"));
+  }
+
+  [[nodiscard]] std::int16_t plannedModules(ModuleKindIndex kind) const {
+    return std::max<std::int16_t>(plan_.modules[static_cast<std::size_t>(kind)], 0);
+  }
+
+  void takeModules(ModuleKindIndex kind) {
+    const auto needed = static_cast<std::int16_t>(modulesNeeded(project(), kind));
+    const std::int16_t planned = plannedModules(kind);
+    project().configuration.quantity(kind) = std::max(needed, planned);
+    if (planned > 0 && needed > planned)
+      remark(PlanStep::logger, concat("the channels need ", needed, " modules ", moduleName(kind),
+                                      " in place of ", planned));
   }
 
   // ---- scan
@@ -251,7 +293,7 @@ class Builder {
 
   void lengthenScan(double micros, std::string_view reason) {
     setScan(micros, project().scan.ExecTimeUnits);
-    remark(concat("the scan interval is ", intervalText(micros), reason));
+    remark(PlanStep::logger, concat("the scan interval is ", intervalText(micros), reason));
   }
 
   void chooseScan() {
@@ -272,7 +314,8 @@ class Builder {
     bool* const options = project().configuration.MonitorPower.data();
     options[static_cast<std::size_t>(model::PowerOption::batterySaver)] = false;
     options[static_cast<std::size_t>(model::PowerOption::selfCalibration)] = false;
-    remark("battery saver and self calibration are off, since the scan is longer than 30 seconds");
+    remark(PlanStep::logger,
+           "battery saver and self calibration are off, since the scan is longer than 30 seconds");
   }
 
   /// A longer scan may itself need more time, of isolated modules above all.
@@ -303,8 +346,8 @@ class Builder {
       names_.insert(text::lower(table.TableName));
     for (std::size_t t = 0; t < tableCount(); ++t) nameTable(t);
     if (plan_.tables.size() > model::maxTables)
-      obstacle(concat(plan_.tables.size(), " tables are more than the ", model::maxTables,
-                      " of a logger; leave some out"));
+      obstacle(PlanStep::tables, concat(plan_.tables.size(), " tables are more than the ",
+                                        model::maxTables, " of a logger; leave some out"));
   }
 
   void nameTable(std::size_t t) {
@@ -316,8 +359,8 @@ class Builder {
     if (isPlain && names_.insert(text::lower(name)).second)
       table.TableName = name;
     else
-      remark(concat("table ", t + 1, " keeps its name: '", wantedName,
-                    "' is no table name or another one's"));
+      remark(PlanStep::tables, concat("table ", t + 1, " keeps its name: '", wantedName,
+                                      "' is no table name or another one's"));
   }
 
   void addTable(std::size_t t) {
@@ -332,13 +375,15 @@ class Builder {
     if (micros == asked) return;
     table.OutInt = text::shortest(fitting.number);
     table.OutIntUnits = fitting.unit;
-    remark(concat("the interval of table ", t + 1, " is ", intervalText(micros),
-                  ", a multiple of the scan interval"));
+    remark(PlanStep::tables, concat("the interval of table ", t + 1, " is ", intervalText(micros),
+                                    ", a multiple of the scan interval"));
   }
 
   const ProjectPlan& plan_;
   PlannedProject out_;
   std::unordered_set<std::string> names_;  // taken, in lower case
+  bool crossings_ = false;                 // the list has some
+  std::size_t surplus_ = 0;                // the highest table of the list that is not planned
 };
 
 }  // namespace

@@ -34,10 +34,14 @@ Session::Session(const SessionPorts& ports, std::string registryApp)
     : ports_(ports), trouble_(ports.messages), registryApp_(std::move(registryApp)) {
   guarded("UserControl_Initialize", [this] {
     readAllSettings();
-    workDirectory_ = workDirectoryOf(ports_.machine);
-    workingCopy_.emplace(ports_.files, workDirectory_);
+    useWorkDirectory(workDirectoryOf(ports_.machine));
   });
   makeNewProject();
+}
+
+void Session::useWorkDirectory(std::string folder) {
+  workDirectory_ = std::move(folder);
+  workingCopy_.emplace(ports_.files, workDirectory_);
 }
 
 void Session::makeNewProject() {

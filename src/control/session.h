@@ -135,6 +135,9 @@ class Session {
   [[nodiscard]] const Settings& settings() const { return settings_; }
   void changeSettings(const Settings& settings);
   [[nodiscard]] const std::string& workDirectory() const { return workDirectory_; }
+  /// Where working copies and files of the pre-compiler go, before the first edit: sessions that
+  /// share a folder would take away each other's.
+  void useWorkDirectory(std::string folder);
   /// What documents that are made now say about their making.
   [[nodiscard]] model::DocumentStamp stamp() const;
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string_view>
 
+#include "model/block_rules.h"
 #include "model/project.h"
 #include "ports/message_service.h"
 
@@ -19,6 +20,8 @@ inline constexpr std::array<std::string_view, 5> filterPassBands = {
 inline constexpr std::array<std::string_view, 7> filterExcitations = {
     "(Off)", "(2 mA)", "(4 mA)", "(6 mA)", "(10 mA)", "(5 V)", "(10 V)"};
 /// Windows of the time series (TSWindow) and what a spectrum holds (SpectOption) by their codes.
+inline constexpr FieldBounds fftRateBounds = {1, 50'000, 1};  // samples of a series a second
+
 inline constexpr std::array<std::string_view, 4> fftWindows = {"None", "Hanning", "Hamming",
                                                                "Blackman-Harris"};
 inline constexpr std::array<std::string_view, 5> spectrumOptions = {

@@ -172,6 +172,11 @@ bool hasStaticRamCard(const LoggerConfiguration& configuration) {
   return configuration.SizeCardA > 0 && configuration.TcConfigOpts[0] == 1;
 }
 
+/// The 7104 buffers bursts by itself.
+bool burstLosesCpu(const Project& project, const LoggerConfiguration& edited) {
+  return project.scan.ScanMode == 1 && isK700X(project.configuration) && !allowsBurst(edited);
+}
+
 bool burstLosesCard(const Project& project, const LoggerConfiguration& edited) {
   return project.scan.ScanMode == 1 && hasStaticRamCard(project.configuration) &&
          !hasStaticRamCard(edited);
@@ -392,6 +397,10 @@ bool allowsBurst(const LoggerConfiguration& configuration) {
 
 std::optional<Message> warningAboutBurstCard(const Project& project,
                                              const LoggerConfiguration& edited) {
+  if (burstLosesCpu(project, edited))
+    return refusal("BURST PROBLEM",
+                   "The 7103 CPU needs a S-Ram card for bursts.\r\n"
+                   "Scan is being changed from Burst to Continuous.");
   if (!burstLosesCard(project, edited)) return std::nullopt;
   return refusal("BURST PROBLEM",
                  "S-Ram card has been removed.\r\n"
@@ -423,7 +432,7 @@ std::optional<Message> questionAboutCard(double oldMbytes, double newMbytes) {
 }
 
 void applyConfiguration(Project& project, LoggerConfiguration edited) {
-  const bool burstEnds = burstLosesCard(project, edited);
+  const bool burstEnds = burstLosesCard(project, edited) || burstLosesCpu(project, edited);
   const bool tcmuxGoes = questionAboutTcmuxBlocks(project, edited).has_value();
   const LoggerConfiguration before = std::exchange(project.configuration, std::move(edited));
   if (burstEnds) project.scan.ScanMode = 0;

@@ -61,13 +61,10 @@ class Enumerator {
   std::vector<StoredGroup> run() {
     addPower(StoredSource::batteryCurrent, 1);
     addPower(StoredSource::batteryVolts, 0);
-    addReference(StoredSource::tcmuxReference, project_.tcmuxReference, multiplexerReferences(),
-                 levelCrossingCode - 1);
-    addReference(StoredSource::isolatedReference, project_.isoReference, plan_.isoTcSlots.size(),
-                 levelCrossingCode - 1);
+    addReference(StoredSource::tcmuxReference, project_.tcmuxReference, multiplexerReferences());
+    addReference(StoredSource::isolatedReference, project_.isoReference, plan_.isoTcSlots.size());
     addBlocks(BlockKind::thermocouple);
-    addReference(StoredSource::tcReference, project_.tcReference, plan_.tcSlots.size(),
-                 firstHistogramCode - 1);
+    addReference(StoredSource::tcReference, project_.tcReference, plan_.tcSlots.size());
     for (const BlockKind kind :
          {BlockKind::voltage, BlockKind::filter, BlockKind::bridge, BlockKind::pulse,
           BlockKind::highVoltage, BlockKind::isolated, BlockKind::tcmux})
@@ -89,7 +86,7 @@ class Enumerator {
     addOutputs(
         group, {power.Table[table_]},
         {project_.powerOut.HistogramCode[table_], project_.powerOut.RainHistoCode[table_], ""},
-        levelCrossingCode - 1, false);
+        lastProcessingOf(source), false);
     keep(std::move(group));
   }
 
@@ -100,11 +97,11 @@ class Enumerator {
     return 0;
   }
 
-  void addReference(StoredSource source, const ReferenceTemperature& reference, std::size_t count,
-                    int lastCode) {
+  void addReference(StoredSource source, const ReferenceTemperature& reference, std::size_t count) {
     StoredGroup group{.source = source, .dataType = reference.DataResolution};
     addOutputs(group, std::vector<std::uint8_t>(count, reference.Table[table_]),
-               {reference.HistogramCode[table_], reference.RainCode[table_], ""}, lastCode, true);
+               {reference.HistogramCode[table_], reference.RainCode[table_], ""},
+               lastProcessingOf(source), true);
     keep(std::move(group));
   }
 
@@ -165,8 +162,8 @@ class Enumerator {
                         .number = p + 1,
                         .slot = plan_.portGroups[p].slot,
                         .dataType = ports.DataResolution};
-      addOutputs(group, {ports.Table[table_]}, {ports.HistogramCode, "", ""}, firstHistogramCode,
-                 false);
+      addOutputs(group, {ports.Table[table_]}, {ports.HistogramCode, "", ""},
+                 lastProcessingOf(group.source), false);
       keep(std::move(group));
     }
   }
@@ -177,7 +174,7 @@ class Enumerator {
       StoredGroup group{.source = StoredSource::calculatedField,
                         .number = f + 1,
                         .dataType = field.DataResolution};
-      addOutputs(group, {field.CalcField[table_]}, {}, firstHistogramCode - 1, false);
+      addOutputs(group, {field.CalcField[table_]}, {}, lastProcessingOf(group.source), false);
       keep(std::move(group));
     }
   }
@@ -195,6 +192,21 @@ std::size_t totalValues(const StoredGroup& group) {
 }
 
 }  // namespace
+
+int lastProcessingOf(StoredSource source) {
+  switch (source) {
+    case StoredSource::block:
+    case StoredSource::canItem:
+      return levelCrossingCode;
+    case StoredSource::tcReference:
+    case StoredSource::calculatedField:
+      return firstHistogramCode - 1;
+    case StoredSource::port:
+      return firstHistogramCode;
+    default:
+      return levelCrossingCode - 1;
+  }
+}
 
 std::vector<StoredGroup> storedGroups(const Project& project, const ChannelPlan& plan,
                                       std::size_t table) {

@@ -20,6 +20,10 @@ enum class StoredSource {
   calculatedField
 };
 
+/// The highest processing code (0 to 7) that the program has for a source; higher ones of a file
+/// store nothing.
+int lastProcessingOf(StoredSource source);
+
 /// One processing instruction of a table: of a whole group, or of one of its elements.
 struct StoredOutput {
   int code = 0;                // processing 0 to 7

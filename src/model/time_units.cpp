@@ -159,18 +159,9 @@ std::string timeToFillText(const model::Project& project) {
 }
 
 std::string ProcessingDescription(const model::Project& project, int code, std::size_t table) {
-  static constexpr std::array<std::string_view, 8> descriptions = {
-      "The last value scanned will be stored",
-      "The largest value scanned will be stored",
-      "The smallest value scanned will be stored",
-      "The mean of all values scanned will be stored",
-      "The standard deviation of all values scanned will be stored",
-      "Displays a window to set up parameters. A histogram is made",
-      "Displays a window to set up parameters. A rainflow histogram is made",
-      "Displays a window to set up parameters. A level crossing histogram is made"};
   const std::string& name = project.tables.at(table - 1).TableName;
-  const bool known = code >= 0 && code < static_cast<int>(descriptions.size());
-  return text::concat(known ? descriptions[static_cast<std::size_t>(code)] : "",
+  const bool known = code >= 0 && code < static_cast<int>(model::processingTexts.size());
+  return text::concat(known ? model::processingTexts[static_cast<std::size_t>(code)] : "",
                       " each time table ", name, " outputs a record.");
 }
 

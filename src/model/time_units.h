@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -64,6 +65,21 @@ double secondsToFill(const Project& project, const OutputTable& table);
 
 /// A negative record count takes all memory, like automatic size.
 bool isAutoSized(const OutputTable& table);
+
+}  // namespace model
+
+namespace model {
+
+/// What each processing stores, by its code; the last three have parameters.
+inline constexpr std::array<std::string_view, 8> processingTexts = {
+    "The last value scanned will be stored",
+    "The largest value scanned will be stored",
+    "The smallest value scanned will be stored",
+    "The mean of all values scanned will be stored",
+    "The standard deviation of all values scanned will be stored",
+    "Displays a window to set up parameters. A histogram is made",
+    "Displays a window to set up parameters. A rainflow histogram is made",
+    "Displays a window to set up parameters. A level crossing histogram is made"};
 
 }  // namespace model
 

@@ -12,12 +12,11 @@
 namespace pictures {
 namespace {
 
-constexpr int samples = 400, mostBins = 1000;
+constexpr int mostBins = 1000;
 
 }  // namespace
 
-HistogramPicture::HistogramPicture(QWidget* parent) : Picture(parent) {
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+HistogramPicture::HistogramPicture(QWidget* parent) : ExamplePicture(70, 13, parent) {
   setBins(10, 0, 100);
 }
 
@@ -29,21 +28,8 @@ void HistogramPicture::setBins(int bins, double low, double high) {
   renew();
 }
 
-QSize HistogramPicture::sizeHint() const {
-  const QFontMetricsF metrics(font());
-  return {static_cast<int>(metrics.averageCharWidth() * 70),
-          static_cast<int>(metrics.height() * 13)};
-}
-
-QSize HistogramPicture::minimumSizeHint() const { return sizeHint() / 2; }
-
 PlotFrame HistogramPicture::signalFrame() const {
-  const QFontMetricsF metrics(captionFont(font()));
-  PlotFrame frame;
-  frame.grid = false;
-  frame.xTitle = "Time";
-  frame.xTicks = false;
-  frame.y = axisBetween(low_, high_, ticksIn(height(), metrics.height() * 2.5));
+  PlotFrame frame = timeFrame(low_, high_);
   frame.fitInto(QRectF(0, 0, width() * 0.6, height()), font());
   return frame;
 }

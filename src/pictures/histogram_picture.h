@@ -1,13 +1,12 @@
 #pragma once
 
-#include "pictures/picture.h"
-#include "pictures/plot_frame.h"
+#include "pictures/example_picture.h"
 
 namespace pictures {
 
 /// What a histogram does: an example signal, and beside it the bins with the samples that fall into
 /// each.
-class HistogramPicture final : public Picture {
+class HistogramPicture final : public ExamplePicture {
   Q_OBJECT
  public:
   explicit HistogramPicture(QWidget* parent = nullptr);
@@ -16,13 +15,10 @@ class HistogramPicture final : public Picture {
   void setBins(int bins, double low, double high);
 
   [[nodiscard]] QString helpAt(const QPointF& place) const override;
-  [[nodiscard]] QSize sizeHint() const override;
-  [[nodiscard]] QSize minimumSizeHint() const override;
 
  protected:
   void draw(QPainter& painter) const override;
   [[nodiscard]] QString words() const override;
-  [[nodiscard]] QList<Part> parts() const override { return {}; }
 
  private:
   [[nodiscard]] PlotFrame signalFrame() const;
@@ -33,7 +29,6 @@ class HistogramPicture final : public Picture {
   [[nodiscard]] bool usable() const { return !counts_.isEmpty() && high_ > low_; }
 
   double low_ = 0.0, high_ = 0.0;
-  QList<double> signal_;
   QList<int> counts_;
 };
 

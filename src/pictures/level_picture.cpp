@@ -13,8 +13,6 @@
 namespace pictures {
 namespace {
 
-constexpr int samples = 400;
-
 /// An axis with some room beyond the outer levels, where the example signal ends.
 Axis axisAround(const QList<double>& levels) {
   if (levels.isEmpty()) return axisBetween(-1, 1, 5);
@@ -26,10 +24,7 @@ Axis axisAround(const QList<double>& levels) {
 
 }  // namespace
 
-LevelPicture::LevelPicture(QWidget* parent) : Picture(parent) {
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-  setShape({});
-}
+LevelPicture::LevelPicture(QWidget* parent) : ExamplePicture(75, 14, parent) { setShape({}); }
 
 void LevelPicture::setShape(const LevelShape& shape) {
   shape_ = shape;
@@ -45,24 +40,11 @@ void LevelPicture::setShape(const LevelShape& shape) {
   renew();
 }
 
-QSize LevelPicture::sizeHint() const {
-  const QFontMetricsF metrics(font());
-  return {static_cast<int>(metrics.averageCharWidth() * 75),
-          static_cast<int>(metrics.height() * 14)};
-}
-
-QSize LevelPicture::minimumSizeHint() const { return sizeHint() / 2; }
-
 PlotFrame LevelPicture::frame() const {
-  const QFontMetricsF metrics(captionFont(font()));
-  PlotFrame frame;
-  frame.grid = false;
-  frame.xTitle = "Time";
-  frame.xTicks = false;
-  frame.x = axisBetween(0, samples - 1, 5);
   const Axis around = axisAround(shape_.levels);
-  frame.y = axisBetween(around.low, around.high, ticksIn(height(), metrics.height() * 2.5));
-  const double counts = metrics.horizontalAdvance("Level 100: 000");
+  PlotFrame frame = timeFrame(around.low, around.high);
+  frame.x = axisBetween(0, samples - 1, 5);
+  const double counts = QFontMetricsF(captionFont(font())).horizontalAdvance("Level 100: 000");
   frame.fitInto(QRectF(rect()).adjusted(0, 0, -counts, 0), font());
   return frame;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "pictures/picture.h"
-#include "pictures/plot_frame.h"
+#include "pictures/example_picture.h"
 
 namespace pictures {
 
@@ -14,7 +13,7 @@ struct LevelShape {
 
 /// What a level crossing histogram does: levels over an example signal, a mark at every crossing
 /// that counts, the hysteresis as a band at each level.
-class LevelPicture final : public Picture {
+class LevelPicture final : public ExamplePicture {
   Q_OBJECT
  public:
   explicit LevelPicture(QWidget* parent = nullptr);
@@ -23,13 +22,10 @@ class LevelPicture final : public Picture {
   void setShape(const LevelShape& shape);
 
   [[nodiscard]] QString helpAt(const QPointF& place) const override;
-  [[nodiscard]] QSize sizeHint() const override;
-  [[nodiscard]] QSize minimumSizeHint() const override;
 
  protected:
   void draw(QPainter& painter) const override;
   [[nodiscard]] QString words() const override;
-  [[nodiscard]] QList<Part> parts() const override { return {}; }
 
  private:
   struct Level {
@@ -45,7 +41,6 @@ class LevelPicture final : public Picture {
   void drawCounts(QPainter& painter, const PlotFrame& frame) const;
 
   LevelShape shape_;
-  QList<double> signal_;
   QList<Level> levels_;
 };
 

@@ -12,7 +12,7 @@
 namespace pictures {
 namespace {
 
-constexpr int samples = 400, mostCells = 1000;
+constexpr int mostCells = 1000;
 
 int cellOf(double share, int cells) {
   return std::clamp(static_cast<int>(share * cells), 0, cells - 1);
@@ -27,10 +27,7 @@ QString edges(double low, double high, int cell, int cells) {
 
 }  // namespace
 
-RainflowPicture::RainflowPicture(QWidget* parent) : Picture(parent) {
-  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-  setShape({});
-}
+RainflowPicture::RainflowPicture(QWidget* parent) : ExamplePicture(80, 15, parent) { setShape({}); }
 
 bool RainflowPicture::usable() const {
   return shape_.means > 0 && shape_.amplitudes > 0 && shape_.high > shape_.low;
@@ -54,21 +51,8 @@ void RainflowPicture::setShape(const RainflowShape& shape) {
   renew();
 }
 
-QSize RainflowPicture::sizeHint() const {
-  const QFontMetricsF metrics(font());
-  return {static_cast<int>(metrics.averageCharWidth() * 80),
-          static_cast<int>(metrics.height() * 15)};
-}
-
-QSize RainflowPicture::minimumSizeHint() const { return sizeHint() / 2; }
-
 PlotFrame RainflowPicture::signalFrame() const {
-  const QFontMetricsF metrics(captionFont(font()));
-  PlotFrame frame;
-  frame.grid = false;
-  frame.xTitle = "Time";
-  frame.xTicks = false;
-  frame.y = axisBetween(shape_.low, shape_.high, ticksIn(height(), metrics.height() * 2.5));
+  PlotFrame frame = timeFrame(shape_.low, shape_.high);
   frame.fitInto(QRectF(0, 0, width() * 0.42, height()), font());
   return frame;
 }
@@ -81,8 +65,7 @@ PlotFrame RainflowPicture::matrixFrame() const {
   frame.yTitle = "Amplitude";
   frame.x = axisBetween(shape_.low, shape_.high,
                         ticksIn(width() * 0.45, metrics.horizontalAdvance("000000")));
-  frame.y = axisBetween(0, usable() ? shape_.high - shape_.low : 0,
-                        ticksIn(height(), metrics.height() * 2.5));
+  frame.y = axisBetween(0, usable() ? shape_.high - shape_.low : 0, ticksInHeight());
   frame.fitInto(QRectF(width() * 0.44, 0, width() * 0.56, height()), font());
   return frame;
 }

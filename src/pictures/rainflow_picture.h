@@ -3,8 +3,7 @@
 #include <map>
 #include <utility>
 
-#include "pictures/picture.h"
-#include "pictures/plot_frame.h"
+#include "pictures/example_picture.h"
 
 namespace pictures {
 
@@ -19,7 +18,7 @@ struct RainflowShape {
 
 /// What a rainflow histogram does: an example signal, and beside it the matrix of mean and
 /// amplitude with the cycles that fall into each cell.
-class RainflowPicture final : public Picture {
+class RainflowPicture final : public ExamplePicture {
   Q_OBJECT
  public:
   explicit RainflowPicture(QWidget* parent = nullptr);
@@ -28,13 +27,10 @@ class RainflowPicture final : public Picture {
   void setShape(const RainflowShape& shape);
 
   [[nodiscard]] QString helpAt(const QPointF& place) const override;
-  [[nodiscard]] QSize sizeHint() const override;
-  [[nodiscard]] QSize minimumSizeHint() const override;
 
  protected:
   void draw(QPainter& painter) const override;
   [[nodiscard]] QString words() const override;
-  [[nodiscard]] QList<Part> parts() const override { return {}; }
 
  private:
   struct Cell {
@@ -51,7 +47,6 @@ class RainflowPicture final : public Picture {
   void drawBorders(QPainter& painter, const PlotFrame& frame) const;
 
   RainflowShape shape_;
-  QList<double> signal_;
   std::map<Cell, double> counts_;  // of the cells that are not empty
   double counted_ = 0.0, passedOver_ = 0.0;
 };

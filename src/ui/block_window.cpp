@@ -8,14 +8,17 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <tuple>
 
 #include "channels/channel_cells.h"
+#include "channels/channel_csv.h"
 #include "model/block_rules.h"
 #include "model/names.h"
 #include "text/strings.h"
-#include "ui/frm_histogram.h"
-#include "ui/frm_level_cross.h"
-#include "ui/frm_rainflow.h"
+#include "ui/cell_columns.h"
+#include "ui/choices.h"
+#include "ui/mask_box.h"
+#include "ui/processing_buttons.h"
 #include "verify/window_checks.h"
 
 namespace ui {
@@ -61,8 +64,12 @@ void BlockWindow::build() {
   contents->setStretchFactor(2, 1);
   contents->setChildrenCollapsible(false);
   add(*form);
+  settings->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  onRefresh([form, settings] {
+    settings->setMinimumWidth(form->sizeHint().width() +
+                              settings->verticalScrollBar()->sizeHint().width());
+  });
   setContents(contents);
-  settings->setMinimumWidth(form->sizeHint().width() + settings->verticalScrollBar()->width());
   listView_->selectRow(static_cast<int>(number_) - 1);
   listView_->resizeColumnsToContents();
   channelView_->resizeColumnsToContents();
@@ -136,43 +143,38 @@ QWidget* BlockWindow::channelSheet() {
   describe(*channelView_, "Channels of the block",
            "Names, units, scaling and tables of each channel. Copy and paste as in a spreadsheet; "
            "Ctrl+D fills down.");
+  channelView_->setPasteHandler([this](const QString& text) { return takeTable(utf8(text)); });
   add(channels_);
-  layout->addWidget(processings());
+  layout->addWidget(addProcessings([this] { return processingOfBlock(kind_, number_); }));
   return side;
 }
 
-/// Buttons for the parameters of what the channels are stored as.
-QWidget* BlockWindow::processings() {
-  auto* row = new QWidget(this);
-  auto* layout = new QHBoxLayout(row);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(processing<frmHistogram>());
-  layout->addWidget(processing<frmRainflow>());
-  layout->addWidget(processing<frmLevelCross>());
-  layout->addStretch();
-  return row;
+/// A channel table, as an export makes it, goes to all channels that it names.
+bool BlockWindow::takeTable(const std::string& text) {
+  if (!channels::isChannelTable(text)) return false;
+  const auto faults = channels::importCsv(text, working_).faults;
+  if (faults.empty())
+    noteEdit("pasted channel table");
+  else
+    tell(QString("Nothing was pasted. Line %1: %2")
+             .arg(faults.front().line)
+             .arg(qstring(faults.front().text)));
+  return true;
 }
 
-template <class Processing>
-QWidget* BlockWindow::processing() {
-  auto* form = new Form;
-  form->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
-  form->button(Processing::button,
-               [this] {
-                 openInner(new Processing(*this, {kind_, number_}));
-               })
-      .shownWhen([this] { return isStored(Processing::code); });
-  add(*form);
-  return form;
+/// Buttons for the parameters of what tables store.
+QWidget* BlockWindow::addProcessings(std::function<ProcessingTarget()> target) {
+  auto* buttons = new ProcessingButtons(*this, std::move(target));
+  onRefresh([buttons] { buttons->refresh(); });
+  return buttons;
 }
 
-bool BlockWindow::isStored(int processing) {
-  const auto stores = [this, processing](const model::Element& element) {
-    for (std::size_t t = 0; t < model::maxTables; ++t)
-      if (working_.tables[t].TableOn && (element.Table[t] >> processing & 1) != 0) return true;
-    return false;
-  };
-  return std::any_of(block().elements.begin(), block().elements.end(), stores);
+void BlockWindow::addReference(Form& form, model::StoredSource source,
+                               model::ReferenceTemperature model::Project::*reference) {
+  Form& frame = form.group("Reference temperature");
+  addReferenceFields(
+      frame, working_, source, [ this, reference ]() -> auto& { return working_.*reference; });
+  frame.row(addProcessings([reference] { return processingOfReference(reference); }));
 }
 
 /// The columns of the channel table for a kind: of the tables, those that are on.
@@ -191,10 +193,11 @@ std::vector<SheetColumn> BlockWindow::channelColumns() {
       return channels::cellText(each, {kind_, number_, row + 1}, block().elements[row]);
     };
     column.store = [this, each](std::size_t row, std::string_view cell) {
-      return channels::storeCell(each, kind_, cell, block().elements[row]);
+      return storeChannelCell(each, row, cell);
     };
     if (isTable) {
       column.offers = [] { return strings(channels::processingWords()); };
+      column.offerHelp = processingHelp(working_, each.table);
       column.combined = true;
     }
     if (each.field == channels::Field::ownScaling)
@@ -202,6 +205,31 @@ std::vector<SheetColumn> BlockWindow::channelColumns() {
     columns.push_back(std::move(column));
   }
   return columns;
+}
+
+/// Scaling that is typed into a channel and is not the block's is meant to count; what is not
+/// typed stays as the block has it.
+Complaint BlockWindow::storeChannelCell(const channels::Column& column, std::size_t row,
+                                        std::string_view cell) {
+  model::Element& element = block().elements[row];
+  if (auto complaint = channels::storeCell(column, kind_, cell, element)) return complaint;
+  const bool isMultiplier = column.field == channels::Field::multiplier;
+  if (element.AliasExcept || (!isMultiplier && column.field != channels::Field::offset)) return {};
+  model::Element ofBlock = element;
+  ofBlock.AliasMult = block().DefaultMult;
+  ofBlock.AliasOffset = block().DefaultOffset;
+  ofBlock.AliasGFactor = block().GageFactor;
+  const channels::ChannelAddress address = {kind_, number_, row + 1};
+  if (channels::cellText(column, address, element) == channels::cellText(column, address, ofBlock))
+    return {};
+  if (isMultiplier)
+    ofBlock.AliasMult = element.AliasMult;
+  else
+    std::tie(ofBlock.AliasOffset, ofBlock.AliasGFactor) =
+        std::tie(element.AliasOffset, element.AliasGFactor);
+  ofBlock.AliasExcept = true;
+  element = std::move(ofBlock);
+  return {};
 }
 
 std::string BlockWindow::placeOfChannel(std::size_t channel) const {
@@ -285,8 +313,13 @@ void BlockWindow::addTotals(Form& form) {
     const int free = std::max(most - block().Reps, 0);
     return text::concat(free, free == 1 ? " channel" : " channels");
   });
-  form.readout({"Fits:", "What has no place on the modules of the logger."}, [this] {
-    return plan_.problems.empty() ? std::string("everything") : plan_.problems.front();
+  auto* fits = new QLabel(&form);
+  fits->setWordWrap(true);
+  fits->setToolTip("What has no place on the modules of the logger.");
+  form.row(fits);
+  onRefresh([this, fits] {
+    fits->setText(plan_.problems.empty() ? QString("Everything fits on the modules.")
+                                         : qstring(plan_.problems.front()));
   });
 }
 
@@ -374,12 +407,26 @@ void BlockWindow::addIntegration(Form& form, model::InputKind input) {
               choicesOf({"50 Hz rejection", "60 Hz rejection", "Time below"}),
               [this]() -> std::int16_t& { return block().IntegrationRange; })
       .then([this, settled] { block().Integration = settled(block().Integration); });
-  form.number({"Integration &time:", "How long each measurement is integrated.", "uSec"},
-              bounds(model::BlockField::Integration),
-              [this]() -> std::int32_t& { return block().Integration; })
-      .settledBy([settled](double micros) { return settled(static_cast<std::int32_t>(micros)); })
-      .closedWhen([this]() -> std::string {
-        return block().IntegrationRange == 2 ? "" : "The line rejection sets the time.";
+  Field& time =
+      form.number({"Integration &time:", "How long each measurement is integrated.", "uSec"},
+                  bounds(model::BlockField::Integration),
+                  [this]() -> std::int32_t& { return block().Integration; })
+          .settledBy(
+              [settled](double micros) { return settled(static_cast<std::int32_t>(micros)); })
+          .closedWhen([this]() -> std::string {
+            return block().IntegrationRange == 2 ? "" : "The line rejection sets the time.";
+          });
+  stepBy(time, input, &model::cAnalogConfig::IntegIncDec);
+}
+
+void BlockWindow::stepBy(const Field& time, model::InputKind input, TimeStep step) const {
+  static_cast<NumberBox*>(time.widget)
+      ->setStepRule([kind = kind_, input, step](double micros, int direction) {
+        model::cAnalogConfig analog;
+        analog.setInput(input, kind);
+        analog.IntegTime(static_cast<std::int32_t>(micros));
+        analog.SettleTime(static_cast<std::int32_t>(micros));
+        return (analog.*step)(direction);
       });
 }
 
@@ -394,9 +441,11 @@ bool BlockWindow::detectsOpenSensors() const {
 }
 
 void BlockWindow::addSettle(Form& form) {
-  form.number({"&Settling time:", "How long the signal settles before it is measured.", "uSec"},
-              bounds(model::BlockField::SettleTime),
-              [this]() -> std::int32_t& { return block().SettleTime; });
+  const Field& time =
+      form.number({"&Settling time:", "How long the signal settles before it is measured.", "uSec"},
+                  bounds(model::BlockField::SettleTime),
+                  [this]() -> std::int32_t& { return block().SettleTime; });
+  stepBy(time, model::InputKind::unset, &model::cAnalogConfig::SettleIncDec);
 }
 
 Field& BlockWindow::addReversal(Form& form) {
@@ -455,10 +504,18 @@ Field& BlockWindow::addTemperatureScale(Form& form) {
 
 void BlockWindow::addScaling(Form& form) {
   constexpr double most = 1e30;
-  form.number({"&Multiplier:", "Of every channel without its own scaling."}, Bounds{-most, most},
-              [this]() -> double& { return block().DefaultMult; });
-  form.number({"O&ffset:", "Of every channel without its own scaling."}, Bounds{-most, most},
-              [this]() -> double& { return block().DefaultOffset; });
+  // The arrows go steps of the size that the number has.
+  const auto steps = [](const Field& field) {
+    static_cast<NumberBox*>(field.widget)->setStepRule([](double value, int direction) {
+      model::cKGenData object;
+      object.Multiplier(value);
+      return text::readNumber(text::shortestSingle(object.MultIncDec(direction)));
+    });
+  };
+  steps(form.number({"&Multiplier:", "Of every channel without its own scaling."},
+                    Bounds{-most, most}, [this]() -> double& { return block().DefaultMult; }));
+  steps(form.number({"O&ffset:", "Of every channel without its own scaling."}, Bounds{-most, most},
+                    [this]() -> double& { return block().DefaultOffset; }));
 }
 
 void BlockWindow::addUnits(Form& form) {
@@ -469,9 +526,7 @@ void BlockWindow::addUnits(Form& form) {
 
 void BlockWindow::addZeroAndCalibration(Form& form) {
   form.choice({"&Zero flag:", "While this flag is set, the present values become the zero."},
-              choicesOf({"None", "Flag 1", "Flag 2", "Flag 3", "Flag 4", "Flag 5", "Flag 6",
-                         "Flag 7", "Flag 8"}),
-              [this]() -> std::int16_t& { return block().ZeroFlag; });
+              flagChoices("None"), [this]() -> std::int16_t& { return block().ZeroFlag; });
   addCalibration(form);
 }
 
@@ -482,7 +537,7 @@ void BlockWindow::addCalibration(Form& form) {
 
 void BlockWindow::addStorage(Form& form) {
   form.pick(
-      {"&Data type:", "FP2 takes 2 bytes a value, IEEE4 takes 4."},
+      {"Data &type:", "FP2 takes 2 bytes a value, IEEE4 takes 4."},
       [] {
         return std::vector<std::string>{"FP2", "IEEE4"};
       },

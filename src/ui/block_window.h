@@ -8,8 +8,10 @@
 #include "model/block_rules.h"
 #include "model/channel_plan.h"
 #include "model/data_objects.h"
+#include "model/stored_outputs.h"
 #include "timing/measurement_times.h"
 #include "ui/calculator_window.h"
+#include "ui/processing_target.h"
 
 namespace ui {
 
@@ -60,6 +62,9 @@ class BlockWindow : public SetupWindow {
   [[nodiscard]] std::int32_t settledIntegration(model::InputKind input, std::int16_t code,
                                                 std::int32_t before, std::int32_t entered) const;
   void addSettle(Form& form);
+  /// The arrows of a time go the steps of the data object.
+  using TimeStep = std::int32_t (model::cAnalogConfig::*)(int direction);
+  void stepBy(const Field& time, model::InputKind input, TimeStep step) const;
   Field& addReversal(Form& form);
   Field& addOpenSensor(Form& form);
   Field& addThermocoupleType(Form& form);
@@ -71,6 +76,9 @@ class BlockWindow : public SetupWindow {
   void addZeroAndCalibration(Form& form);
   void addCalibration(Form& form);
   void addStorage(Form& form);
+  /// Data type, Public and what each table stores of a reference temperature.
+  void addReference(Form& form, model::StoredSource source,
+                    model::ReferenceTemperature model::Project::*reference);
   /// A button that opens a calculator for the scaling of the block.
   template <class Calculator>
   void addCalculator(Form& form) {
@@ -98,14 +106,14 @@ class BlockWindow : public SetupWindow {
   void renumber(std::size_t number);
   QWidget* blockList();
   QWidget* channelSheet();
-  QWidget* processings();
-  template <class Processing>
-  QWidget* processing();
-  [[nodiscard]] bool isStored(int processing);
+  QWidget* addProcessings(std::function<ProcessingTarget()> target);
   std::vector<SheetColumn> listColumns();
   std::vector<SheetColumn> channelColumns();
+  bool takeTable(const std::string& text);
   void fitChannels();
   double settledReps(double wanted);
+  Complaint storeChannelCell(const channels::Column& column, std::size_t row,
+                             std::string_view cell);
   [[nodiscard]] QString channelTitle(const channels::Column& column) const;
   [[nodiscard]] QString channelHelp(const channels::Column& column) const;
 

@@ -24,4 +24,28 @@ class SpeedWindow : public CalculatorWindow {
   void addDistances(Form& form);
 };
 
+/// A speed calculator of the inputs that the project keeps in one place.
+template <auto Place, auto ExamplePulses>
+class SpeedWindowOf : public SpeedWindow {
+ protected:
+  using SpeedWindow::SpeedWindow;
+
+  [[nodiscard]] auto& speed() { return inputs().*Place; }
+  [[nodiscard]] const auto& speed() const { return inputs().*Place; }
+  [[nodiscard]] calculators::SpeedScaling scaling() const override {
+    return calculators::speedScaling(speed());
+  }
+  [[nodiscard]] calculators::SpeedUnit unit() const override {
+    return calculators::speedUnit(speed());
+  }
+  void setUnit(calculators::SpeedUnit unit) override { calculators::setSpeedUnit(speed(), unit); }
+  std::string& examplePulses() override { return speed().*ExamplePulses; }
+  [[nodiscard]] calculators::Result exampleSpeed() const override {
+    return calculators::speedAtExample(speed());
+  }
+  [[nodiscard]] calculators::Transfer transfer() const override {
+    return calculators::transferOf(speed());
+  }
+};
+
 }  // namespace ui

@@ -2,19 +2,12 @@
 
 #include <algorithm>
 
+#include "model/time_units.h"
 #include "text/strings.h"
 
 namespace ui {
 
 std::string yesNoText(bool value) { return value ? "yes" : "no"; }
-
-Complaint storeYesNo(std::string_view cell, bool& value) {
-  for (const std::string_view yes : {"yes", "true", "on", "1"})
-    if (text::equalsIgnoringCase(cell, yes)) return value = true, Complaint{};
-  for (const std::string_view no : {"no", "false", "off", "0"})
-    if (text::equalsIgnoringCase(cell, no)) return value = false, Complaint{};
-  return text::concat("'", cell, "' is neither yes nor no; write one of them");
-}
 
 SheetColumn yesNoColumn(const QString& title, const QString& help,
                         std::function<bool&(std::size_t row)> value) {
@@ -26,9 +19,8 @@ SheetColumn yesNoColumn(const QString& title, const QString& help,
 }
 
 Complaint storeNumber(std::string_view cell, double low, double high, double& value) {
-  const double number = text::readNumber(cell);
-  if (!text::isNumber(cell))
-    return text::concat("'", cell, "' is no number; write it with a decimal point");
+  double number = 0;
+  if (Complaint complaint = channels::storeNumber(cell, number)) return complaint;
   if (number < low || number > high)
     return text::concat("'", cell, "' is not from ", low, " to ", high);
   value = number;
@@ -60,6 +52,13 @@ SheetColumn listColumn(const QString& title, const QString& help, std::vector<st
             return std::nullopt;
           },
           [texts] { return texts; }};
+}
+
+std::function<std::string(std::size_t row, std::size_t code)> processingHelp(
+    const model::Project& project, std::size_t table) {
+  return [&project, table](std::size_t, std::size_t code) {
+    return KGEN_COMMON::ProcessingDescription(project, static_cast<int>(code), table + 1);
+  };
 }
 
 }  // namespace ui

@@ -1,13 +1,15 @@
 #pragma once
 
+#include "channels/cells.h"
+#include "model/project.h"
 #include "text/numbers.h"
 #include "ui/sheet.h"
 
 namespace ui {
 
-/// A truth as a cell: "yes" or "no"; true, false, on, off, 1 and 0 are taken too.
+/// A truth as a cell: "yes" or "no".
 std::string yesNoText(bool value);
-Complaint storeYesNo(std::string_view cell, bool& value);
+using channels::storeYesNo;
 SheetColumn yesNoColumn(const QString& title, const QString& help,
                         std::function<bool&(std::size_t row)> value);
 
@@ -35,5 +37,9 @@ SheetColumn textColumn(const QString& title, const QString& help,
 SheetColumn listColumn(const QString& title, const QString& help, std::vector<std::string> texts,
                        std::function<std::string(std::size_t row)> text,
                        std::function<void(std::size_t row, std::size_t index)> store);
+
+/// What the processings of a table (from 0) stand for, offered by their codes.
+std::function<std::string(std::size_t row, std::size_t code)> processingHelp(
+    const model::Project& project, std::size_t table);
 
 }  // namespace ui

@@ -42,6 +42,13 @@ void fill(QComboBox& box, const std::vector<std::string>& texts, const std::stri
   box.setCurrentIndex(box.findText(qstring(chosen), Qt::MatchExactly));
 }
 
+/// Numbers are taken over while they are typed; a text that is refused in the end brings back what
+/// was there before.
+struct NumberTyping {
+  double before = 0;
+  std::optional<double> shown;
+};
+
 /// A text that is refused stays in its box, until it is corrected or another value comes.
 bool isRefused(const QWidget& widget) { return widget.property("refused").toBool(); }
 
@@ -157,25 +164,30 @@ Field& Form::addNumber(const FieldText& text, std::function<Bounds()> bounds, bo
                        std::function<double()> value, std::function<void(double)> store) {
   auto* box = new NumberBox({}, whole, this);
   Field& field = add(text, box);
-  field.show = [box, value, bounds = std::move(bounds), last = std::optional<double>()]() mutable {
+  const auto typing = std::make_shared<NumberTyping>();
+  field.show = [box, value, bounds = std::move(bounds), typing] {
     box->setBounds(bounds());
     const double now = value();
-    if (isRefused(*box) && now == last) return;  // another value takes the place of what was typed
-    last = now;
+    if (isRefused(*box) && now == typing->shown) return;  // until another value takes its place
+    typing->shown = now;
     box->setValue(now);
     mark(*box, std::nullopt);
   };
   // A value of the file outside the bounds may stay; only what is typed is refused.
   field.complaint = [box] { return isRefused(*box) ? box->complaint() : Complaint(); };
-  connect(box, &NumberBox::edited, this, [this, box, store, &field] {
+  connect(box, &NumberBox::edited, this, [this, box, value, store, typing, &field] {
+    if (!box->isModifiedByUser()) typing->before = value();
     box->setModifiedByUser(true);
     mark(*box, box->complaint());
-    if (const auto number = box->value()) store(*number);
+    const auto number = box->value();
+    if (!number) typing->shown = typing->before;
+    store(number.value_or(typing->before));
     finishEdit(field);
   });
   connect(box, &NumberBox::editingFinished, this, [this, box, value, store, &field] {
-    if (!field.settle_ || !box->isModifiedByUser() || !box->value()) return;
+    if (!box->isModifiedByUser()) return;
     box->setModifiedByUser(false);
+    if (!field.settle_ || !box->value()) return;
     store(field.settle_(value()));
     finishEdit(field);
   });
@@ -200,6 +212,7 @@ Field& Form::addCheck(const FieldText& text, std::function<bool()> value,
 Field& Form::addChoice(const FieldText& text, std::function<std::vector<Choice>()> choices,
                        std::function<int()> value, std::function<void(int)> store) {
   auto* box = new QComboBox(this);
+  box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   Field& field = add(text, box);
   field.show = [box, choices = std::move(choices), value] { fill(*box, choices(), value()); };
   connect(box, &QComboBox::activated, this, [this, box, store, &field] {

@@ -4,33 +4,19 @@
 #include <QVBoxLayout>
 
 #include "channels/channel_cells.h"
+#include "model/stored_outputs.h"
+#include "ui/cell_columns.h"
 #include "ui/config_panels.h"
+#include "ui/processing_buttons.h"
 
 namespace ui {
 namespace {
-
-constexpr std::size_t levelCrossing = 7;
 
 WindowInfo infoOf(Battery battery) {
   const bool volts = battery == Battery::volts;
   return {volts ? "frmBatteryVolts" : "frmBatteryCurrent",
           volts ? "Main Battery Volts" : "Main Battery Current",
           volts ? "battery voltage" : "battery current", "frmConfig"};
-}
-
-/// A battery has no level crossing, but a file may ask for one.
-std::vector<std::string> batteryProcessings() {
-  const auto words = channels::processingWords().first(levelCrossing);
-  return {words.begin(), words.end()};
-}
-
-Complaint storeProcessings(std::string_view cell, std::uint8_t& mask) {
-  std::uint8_t wanted = 0;
-  if (const Complaint complaint = channels::storeMask(cell, wanted)) return complaint;
-  const unsigned added = wanted & ~unsigned(mask);
-  if ((added >> levelCrossing & 1U) != 0) return "the battery has no level crossing";
-  mask = wanted;
-  return std::nullopt;
 }
 
 }  // namespace
@@ -77,6 +63,9 @@ QWidget* frmBattery::tableSheet() {
   layout->addWidget(view, 1);
   describe(*view, "Tables that are on", "What each output table stores of the battery.");
   add(tables_);
+  auto* buttons = new ProcessingButtons(*this, processingOfBattery);
+  onRefresh([buttons] { buttons->refresh(); });
+  layout->addWidget(buttons);
   return side;
 }
 
@@ -84,13 +73,17 @@ std::vector<SheetColumn> frmBattery::columns() {
   SheetColumn name = {"Table", "The name of the output table.", [this](std::size_t row) {
                         return working_.tables.at(tablesOn().at(row)).TableName;
                       }};
+  const int last = model::lastProcessingOf(model::StoredSource::batteryVolts);
   SheetColumn stores = {
       "Stores", "What the table stores of the battery; several are joined by +.",
       [this](std::size_t row) { return channels::maskText(set().Table.at(tablesOn().at(row))); },
-      [this](std::size_t row, std::string_view cell) {
-        return storeProcessings(cell, set().Table.at(tablesOn().at(row)));
+      [this, last](std::size_t row, std::string_view cell) {
+        return channels::storeMask(cell, set().Table.at(tablesOn().at(row)), last);
       }};
-  stores.offers = batteryProcessings;
+  stores.offers = [last] { return channels::processingsUpTo(last); };
+  stores.offerHelp = [this](std::size_t row, std::size_t code) {
+    return processingHelp(working_, tablesOn().at(row))(row, code);
+  };
   stores.combined = true;
   return {std::move(name), std::move(stores)};
 }

@@ -30,8 +30,7 @@ void addDuration(Form& form, const DurationPlace& place) {
 
 frmBatterySaver::frmBatterySaver(SetupWindow& owner)
     : SetupWindow(owner, {"frmBatterySaver", "Battery Saver", "battery saver", "frmConfig"}),
-      staysOff_(!working_.configuration.LowBattRetry),
-      tripBefore_(working_.configuration.BattTripVolts) {
+      staysOff_(!working_.configuration.LowBattRetry) {
   auto* form = new Form;
   addSwitch(*form, working_, model::PowerOption::batterySaver);
   addTrip(form->group("Trip level"));
@@ -95,13 +94,6 @@ std::string frmBatterySaver::interval() const {
   if (c.LowBattRetry)
     return model::intervalSummary(c.RetryInterval, c.BattRetryMins ? minutes : hours);
   return model::intervalSummary(c.RemainOff ? 0 : c.PowerOffTime, c.PowerOffMins);
-}
-
-/// Done can be pressed while the box still has the focus.
-bool frmBatterySaver::mayBeDone() {
-  double& trip = configuration().BattTripVolts;
-  if (trip != tripBefore_) trip = model::settledTripVolts(trip);
-  return true;
 }
 
 std::vector<std::string> frmBatterySaver::previewNames() const { return {"TripVolt", "CountAvg"}; }

@@ -11,7 +11,6 @@ class frmBatterySaver final : public SetupWindow {
   explicit frmBatterySaver(SetupWindow& owner);
 
  protected:
-  bool mayBeDone() override;
   [[nodiscard]] std::vector<std::string> previewNames() const override;
 
  private:
@@ -22,7 +21,6 @@ class frmBatterySaver final : public SetupWindow {
   [[nodiscard]] std::string interval() const;
 
   bool staysOff_;  // in place of a retry
-  double tripBefore_;
 };
 
 /// An off duration and its unit: a number from 0 to 999 and what it counts.

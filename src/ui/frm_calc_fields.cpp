@@ -8,6 +8,7 @@
 #include "model/block_rules.h"
 #include "model/names.h"
 #include "model/pick_list.h"
+#include "model/stored_outputs.h"
 #include "text/strings.h"
 #include "ui/cell_columns.h"
 #include "ui/list_window.h"
@@ -85,8 +86,9 @@ std::vector<SheetColumn> frmCalcFields::columns() {
       yesNoColumn("Public", "yes: the value can be seen while the program runs.",
                   [this](std::size_t row) -> bool& { return at(row).Public; }),
   };
-  for (SheetColumn& each : tableColumns(
-           working_, [this](std::size_t row) -> model::TableMasks& { return at(row).CalcField; }))
+  for (SheetColumn& each :
+       tableColumns(working_, model::lastProcessingOf(model::StoredSource::calculatedField),
+                    [this](std::size_t row) -> model::TableMasks& { return at(row).CalcField; }))
     columns.push_back(std::move(each));
   return columns;
 }

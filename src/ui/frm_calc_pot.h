@@ -9,7 +9,7 @@ class frmCalcPot final : public TwoPointWindow {
   Q_OBJECT
  public:
   static constexpr FieldText button = {
-      "Pote&ntiometer calculator...",
+      "Potentiometer calculator...",
       "Works out multiplier and offset of a potentiometer from its two ends."};
 
   frmCalcPot(SetupWindow& owner, const ScaledBlock& target);

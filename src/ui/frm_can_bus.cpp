@@ -1,6 +1,8 @@
 #include "ui/frm_can_bus.h"
 
+#include <QComboBox>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollArea>
@@ -10,10 +12,12 @@
 #include "dbc/proposals.h"
 #include "model/can_values.h"
 #include "model/names.h"
+#include "model/stored_outputs.h"
 #include "platform/disk_files.h"
 #include "text/strings.h"
 #include "ui/cell_columns.h"
 #include "ui/frm_can_import.h"
+#include "ui/processing_buttons.h"
 
 namespace ui {
 namespace {
@@ -36,6 +40,17 @@ std::vector<Choice> baudRates() {
   for (std::int16_t code = 0; code < module.NumBaudRates(); ++code)
     choices.push_back({module.BaudRateText(code), code});
   return choices;
+}
+
+/// "&H" and digits, of which X stands for any.
+Complaint complaintAboutPattern(std::string_view text) {
+  std::string_view digits = text;
+  if (digits.size() >= 2 && text::equalsIgnoringCase(digits.substr(0, 2), "&H"))
+    digits.remove_prefix(2);
+  if (!digits.empty() && digits.size() <= 16 &&
+      digits.find_first_not_of("0123456789ABCDEFabcdefXx") == std::string_view::npos)
+    return std::nullopt;
+  return text::concat("'", text, "' is no pattern; write &H and up to 16 hexadecimal digits or X");
 }
 
 QString linesOf(const std::vector<channels::LineText>& faults) {
@@ -80,7 +95,8 @@ ListWindow::List frmCanBus::items() {
        }},
   };
   return {"&Items", "Choose the item to set up.", std::move(columns),
-          [this] { return working_.can.items.size(); }};
+          [this] { return working_.can.items.size(); },
+          "There is no CAN item: add one, load a message list or import a database."};
 }
 
 Form* frmCanBus::busForm() {
@@ -100,7 +116,7 @@ Form* frmCanBus::busForm() {
   form->readout({"Bit timing:", "Time quanta and segments of a bit."}, [&can] {
     return text::concat(can.CanQuanta, " quanta, segments ", can.CanSeg1, " and ", can.CanSeg2);
   });
-  form->number({"A&ddress:", "The address of the CANIF."}, Bounds{0, 127},
+  form->number({"Address:", "The address of the CANIF."}, Bounds{0, 127},
                [&can]() -> std::int16_t& { return can.CanAddress; });
   form->choice({"Identi&fiers:", "Standard identifiers have 11 bits, extended ones 29."},
                choicesOf({"11 bits", "29 bits"}),
@@ -112,6 +128,8 @@ Form* frmCanBus::busForm() {
       });
   form->check({"NaN for &old data", "Values that did not come anew read as not a number."},
               [&can]() -> bool& { return can.CanNaNOldData; });
+  form->check({"Save the list b&y itself", "Done writes the message list beside the project."},
+              [&can]() -> bool& { return can.CanAutoSaveLists; });
   add(*form);
   return form;
 }
@@ -132,7 +150,7 @@ QWidget* frmCanBus::itemButtons() {
   const QString lists = "Message lists (*.txt *.tsv);;All files (*)";
   add("&Add item", "Adds an item at the end.", [this] { addItem(); });
   add("&Remove item", "Takes the chosen item out.", [this] { removeItem(); });
-  add("Import &database...", "Takes items out of a CAN database (DBC).", [this] {
+  add("Import databas&e...", "Takes items out of a CAN database (DBC).", [this] {
     const QString path = QFileDialog::getOpenFileName(this, "Import CAN database", {},
                                                       "CAN databases (*.dbc);;All files (*)");
     if (!path.isEmpty()) importDatabase(path);
@@ -175,22 +193,25 @@ QWidget* frmCanBus::detail() {
   add(values_);
   view->resizeColumnsToContents();
   layout->addWidget(view, 1);
+  auto* buttons = new ProcessingButtons(*this, [this] { return processingOfItem(row()); });
+  onRefresh([buttons] { buttons->refresh(); });
+  layout->addWidget(buttons);
   layout->addWidget(frameRow());
   return side;
 }
 
 Form* frmCanBus::itemForm() {
   auto* form = new Form(this);
-  const auto anItem = [this]() -> std::string {
-    return row() < working_.can.items.size() ? "" : "Add an item first.";
-  };
-  form->choice({"Di&rection:", "Whether the logger receives or sends the message."},
+  const auto answers = [this] { return item().DataStyle == 2; };
+  form->choice({"Dire&ction:", "Whether the logger receives or sends the message."},
                choicesOf({"Receive", "Transmit", "Transmit, then receive"}),
-               [this]() -> std::int16_t& { return item().DataStyle; })
-      .closedWhen(anItem);
+               [this]() -> std::int16_t& { return item().DataStyle; });
   addIdentifier(*form);
-  form->choice({"T&ype:", "Byte order and kind of the values."}, messageTypes(),
-               [this]() -> std::int16_t& { return item().ItemMessageType; });
+  const Field& type = form->choice({"T&ype:", "Byte order and kind of the values."}, messageTypes(),
+                                   [this]() -> std::int16_t& { return item().ItemMessageType; });
+  auto* types = static_cast<QComboBox*>(type.widget);  // whose texts are longer than the form
+  types->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  types->setMinimumContentsLength(20);
   form->number({"Start bit:", "The first bit of the first value, from 1."}, Bounds{1, 64},
                [this]() -> std::int16_t& { return item().StartBit; });
   form->number({"Number of bits:", "Bits of each value."}, Bounds{1, 64},
@@ -219,7 +240,18 @@ Form* frmCanBus::itemForm() {
       .shownWhen([this] { return isTransmit(); });
   form->number({"Time limit:", "How long an answer is waited for.", "mSec"}, Bounds{0, 2147483647},
                [this]() -> std::int32_t& { return item().RxTimeout; })
-      .shownWhen([this] { return item().DataStyle == 2; });
+      .shownWhen(answers);
+  form->text(
+          {"Answer &matches:", "Sixteen hexadecimal digits behind &H; X is not compared."}, 18,
+          [this]() -> std::string& { return item().RxDataMatch; }, complaintAboutPattern)
+      .shownWhen(answers);
+  form->text(
+          {"Answer mas&k:",
+           "Sixteen hexadecimal digits behind &H; a shorter text compares all bits."},
+          18, [this]() -> std::string& { return item().RxDataMask; }, complaintAboutPattern)
+      .shownWhen(answers);
+  form->text({"Description:", "For people; the program has no use for it."}, 80,
+             [this]() -> std::string& { return item().Description; });
   form->rowStretch();
   add(*form);
   return form;
@@ -279,8 +311,9 @@ std::vector<SheetColumn> frmCanBus::valueColumns() {
       numberColumn<double>("Offset", "Counts when the value has its own scaling.", -most, most,
                            [at](std::size_t row) -> double& { return at(row).AliasOffset; }),
   };
-  for (SheetColumn& each : tableColumns(
-           working_, [at](std::size_t row) -> model::TableMasks& { return at(row).Table; }))
+  for (SheetColumn& each :
+       tableColumns(working_, model::lastProcessingOf(model::StoredSource::canItem),
+                    [at](std::size_t row) -> model::TableMasks& { return at(row).Table; }))
     columns.push_back(std::move(each));
   return columns;
 }
@@ -422,7 +455,17 @@ bool frmCanBus::mayBeDone() {
     chooseRow(i);
     return false;
   }
+  saveListByItself();
   return true;
+}
+
+/// A project that has no place yet has none for its list.
+void frmCanBus::saveListByItself() {
+  const QFileInfo project(qstring(ports_.session.CurrentFileName()));
+  const auto& filed = ports_.session.project().can.items;
+  if (!working_.can.CanAutoSaveLists || !project.isAbsolute() || working_.can.items == filed)
+    return;
+  saveList(project.path() + "/" + project.completeBaseName() + "_CAN.txt");
 }
 
 std::vector<std::string> frmCanBus::previewNames() const {

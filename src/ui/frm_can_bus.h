@@ -40,6 +40,7 @@ class frmCanBus final : public ListWindow {
   [[nodiscard]] model::CanItem& item();
   [[nodiscard]] bool isTransmit() { return item().DataStyle != 0; }
   [[nodiscard]] std::string identifierFields();
+  void saveListByItself();
   void takeItems(std::vector<model::CanItem> items, const QString& what);
   [[nodiscard]] std::string read(const QString& path, bool& ok);
 

@@ -77,6 +77,7 @@ QWidget* frmCanImport::faults() {
   auto* list = new QPlainTextEdit(this);
   list->setReadOnly(true);
   list->setTabChangesFocus(true);
+  list->setObjectName("faults");
   describe(*list, "Faults in the database", "Lines that could not be read, and why.");
   for (const dbc::Fault& fault : database_.faults)
     list->appendPlainText(QString("line %1: %2").arg(fault.line).arg(qstring(fault.text)));

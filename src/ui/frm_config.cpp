@@ -10,6 +10,7 @@
 #include "pictures/colours.h"
 #include "text/strings.h"
 #include "ui/config_panels.h"
+#include "verify/lost_references.h"
 
 namespace ui {
 namespace {
@@ -304,7 +305,6 @@ bool frmConfig::takePeripheral(Peripheral peripheral, int count) {
 void frmConfig::openPanel(std::size_t number) { openInner(configPanel(number).make(*this)); }
 
 bool frmConfig::mayBeDone() {
-  for (const auto& [number, box] : boxes_) box->settle();
   const model::Project& before = ports_.session.project();
   const LoggerConfiguration& edited = working_.configuration;
   if (edited == before.configuration) return true;
@@ -314,7 +314,9 @@ bool frmConfig::mayBeDone() {
   model::Project after = before;
   after.powerOut = working_.powerOut;
   model::applyConfiguration(after, edited);
-  working_ = std::move(after);
+  verify::LostReferences lost = verify::lostReferences(before, std::move(after));
+  if (!isYes(verify::questionAboutLostReferences(lost.settings))) return false;
+  working_ = std::move(lost.project);
   return true;
 }
 

@@ -1,5 +1,8 @@
 #include "ui/frm_excite.h"
 
+#include <QLabel>
+#include <QVBoxLayout>
+
 #include "model/channel_plan.h"
 #include "model/module_terminals.h"
 #include "model/pick_list.h"
@@ -83,7 +86,8 @@ ListWindow::List frmExcite::outputs() {
              model::outputDelayBounds),
   };
   return {"&Analog outputs", "Choose the output to set up.", std::move(columns),
-          [this] { return outputsOf(working_); }};
+          [this] { return outputsOf(working_); },
+          "There is no analog output: add a 7131 module in the hardware window."};
 }
 
 QWidget* frmExcite::conditions() {
@@ -100,7 +104,21 @@ QWidget* frmExcite::conditions() {
   auto* sheet = new ConditionSheet(std::move(rows), working_, model::allVariables,
                                    "Conditions of the output", this);
   add(sheet->sheet());
-  return sheet;
+  auto* side = new QWidget(this);
+  auto* layout = new QVBoxLayout(side);
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* caption = new QLabel(side);
+  layout->addWidget(caption);
+  layout->addWidget(sheet, 1);
+  layout->addStretch();
+  onRefresh([this, caption, sheet] {
+    const auto& channels = working_.excitation.channels;
+    const bool dynamic = row() < channels.size() && channels[row()].DynamicStatic == 1;
+    caption->setText(dynamic ? "Conditions of the output"
+                             : "A static output always has state 1: it has no conditions.");
+    sheet->setVisible(dynamic);
+  });
+  return side;
 }
 
 std::vector<std::string> frmExcite::previewNames() const { return {"Excite", "Excite_*"}; }

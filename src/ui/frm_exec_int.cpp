@@ -14,6 +14,7 @@
 #include "text/strings.h"
 #include "timing/execution_interval.h"
 #include "timing/isolated_plan.h"
+#include "ui/choices.h"
 #include "ui/scan_budget.h"
 #include "verify/timing_checks.h"
 #include "verify/window_checks.h"
@@ -26,15 +27,9 @@ using text::concat;
 constexpr double mostScans = std::numeric_limits<std::int32_t>::max();
 constexpr int longestExpression = 250;
 constexpr int onCondition = 1, onFlag = 2;  // triggers of a burst
+constexpr int hours = 4;                    // time-unit code
 
 std::string micros(double value) { return text::formatted(value, "#,##0.###"); }
-
-std::vector<Choice> unitChoices() {
-  std::vector<Choice> choices;
-  for (int code = 0; code <= 4; ++code)
-    choices.push_back({KGEN_COMMON::TimeUnitName(code, false), code});
-  return choices;
-}
 
 std::vector<Choice> comparisonChoices() {
   std::vector<Choice> choices;
@@ -78,7 +73,7 @@ void frmExecInt::addInterval(Form& form) {
   form.number({"&Interval:", "How often the program scans, in the unit below."}, Bounds{1, longest},
               [this]() -> double& { return scan().ExecutionTime; });
   form.choice({"&Unit:", "The unit of the interval. With uSec the number counts tens."},
-              unitChoices(), [this]() -> std::int16_t& { return scan().ExecTimeUnits; });
+              timeUnitChoices(hours), [this]() -> std::int16_t& { return scan().ExecTimeUnits; });
   form.readout({"That is:", "The time from scan to scan."}, [this] {
     const double each = model::scanMicros(working_);
     const std::string number = text::formatted(

@@ -16,8 +16,6 @@ namespace {
 
 using model::BlockField;
 
-constexpr Bounds sampleRateBounds = {1, 50'000, 1};  // of a series, in Hz
-
 template <std::size_t N>
 std::vector<Choice> choicesFrom(const std::array<std::string_view, N>& texts) {
   std::vector<Choice> choices;
@@ -60,7 +58,7 @@ void frmFiltSetup::addSharedFields(Form& form) {
   addModule(module);
   addVoltageFilter(module);
   addFft(module);
-  module.button({"&Add a block", "Gives the module one block more."}, [this] { addBlock(); });
+  module.button({"Add a bloc&k", "Gives the module one block more."}, [this] { addBlock(); });
   module.button({"Remove the &block", "Takes the chosen block away."}, [this] { removeBlock(); })
       .closedWhen(
           [this]() -> std::string { return listedBlocks() > 0 ? "" : "There is no block yet."; });
@@ -81,7 +79,7 @@ void frmFiltSetup::addModule(Form& form) {
               std::function<std::vector<Choice>()>([this] { return modules(); }),
               [this]() -> std::size_t& { return slot_; })
       .then([this] { chooseModule(); });
-  form.choice({"Mo&de:", "Filtered voltages, or the samples or spectra of a series."},
+  form.choice({"M&ode:", "Filtered voltages, or the samples or spectra of a series."},
               choicesOf({"Voltage filter", "FFT"}), [this]() -> bool& { return slot().FFTModule; })
       .then([this] { refuseSpectra(); });
   form.choice({"Pass band:", "What passes the filter, by its sample rate Fsr."},
@@ -108,8 +106,8 @@ void frmFiltSetup::addVoltageFilter(Form& form) {
 
 void frmFiltSetup::addFft(Form& form) {
   const auto isFft = [this] { return slot().FFTModule; };
-  form.number({"Sample rate of the &FFT:", "Samples a second of a series.", "Hz"}, sampleRateBounds,
-              [this]() -> double& { return slot().FiltFFTSampleRate; })
+  form.number({"Sample rate of the &FFT:", "Samples a second of a series.", "Hz"},
+              model::fftRateBounds, [this]() -> double& { return slot().FiltFFTSampleRate; })
       .shownWhen(isFft);
   form.number({"FFT &length:", "Samples of a series: a power of two."}, model::fftLengthBounds,
               [this]() -> std::int16_t& { return slot().FFTLength; })
@@ -159,7 +157,7 @@ void frmFiltSetup::addFields(Form& form) {
   Form& fields = form.group("Block");
   addReps(fields);
   addRange(fields);
-  fields.choice({"E&xcitation:", "What the module feeds the sensors with."},
+  fields.choice({"Excitation:", "What the module feeds the sensors with."},
                 choicesWithin(model::filterExcitations),
                 [this]() -> double& { return block().Excite; });
   addSpectrum(fields);
@@ -181,10 +179,11 @@ void frmFiltSetup::addSpectrum(Form& form) {
               choicesFrom(model::spectrumOptions),
               [this]() -> std::int16_t& { return block().SpectOption; })
       .shownWhen(isSpectrum);
-  form.number({"Reference frequency:", "Where logarithmic bins begin; 0 for equal bins.", "Hz"},
-              Bounds{0, sampleRateBounds.high}, [this]() -> double& { return block().FRef; })
+  form.number({"Reference frequency:",
+               "Reference of the logarithmic binning; 0 while bins are equally wide.", "Hz"},
+              Bounds{0, model::fftRateBounds.high}, [this]() -> double& { return block().FRef; })
       .shownWhen(isSpectrum);
-  form.number({"Binning:", "How bins are put together; 0 for every bin."},
+  form.number({"Binning:", "The binning parameter of the FFT; 0 returns every bin as it is."},
               Bounds{0, model::fftLengthBounds.high},
               [this]() -> std::int16_t& { return block().SBin; })
       .shownWhen(isSpectrum);

@@ -9,8 +9,8 @@ enum Place { bins, low, high, form };
 
 }  // namespace
 
-frmHistogram::frmHistogram(SetupWindow& owner, const ScaledBlock& target)
-    : ProcessingWindow(owner, target, code,
+frmHistogram::frmHistogram(SetupWindow& owner, ProcessingTarget target)
+    : ProcessingWindow(owner, std::move(target), code,
                        {"frmHistogram", "Histogram", "histogram", "histograms"}),
       picture_(new pictures::HistogramPicture(this)) {
   build(picture_);

@@ -4,7 +4,6 @@
 
 #include "model/time_units.h"
 #include "timing/filter_order.h"
-#include "ui/mask_box.h"
 
 namespace ui {
 namespace {
@@ -27,8 +26,7 @@ void frmIsoSetup::addSharedFields(Form& form) {
   all.check({"Re&verse inputs", "Measures twice with the inputs exchanged, which cancels offsets."},
             [this]() -> bool& { return shared().ReverseMes; });
   addScans(all);
-  addReference(form, working_,
-               [this]() -> model::ReferenceTemperature& { return working_.isoReference; });
+  addReference(form, model::StoredSource::isolatedReference, &model::Project::isoReference);
 }
 
 /// The user gives the integration time, or the order of the filter; the planner finds the other.
@@ -43,18 +41,20 @@ void frmIsoSetup::addFilter(Form& form) {
       },
       [this, isForced] { return isForced() ? forcedOrder : shared().IntegrationRange; },
       [this](int choice) { chooseIntegration(choice); });
-  form.number({"Integration &time:", "How long each measurement is integrated: a multiple of 96.",
-               "uSec"},
-              model::isolatedIntegrationBounds,
-              [this]() -> std::int32_t& { return shared().Integration; })
-      .settledBy([this](double micros) {
-        return settledIntegration(model::InputKind::isolated7128, userTime, shared().Integration,
-                                  static_cast<std::int32_t>(micros));
-      })
-      .closedWhen([this]() -> std::string {
-        return shared().IntegrationRange == userTime ? "" : "The line rejection sets the time.";
-      })
-      .shownWhen([isForced] { return !isForced(); });
+  const Field& time =
+      form.number({"Integration &time:",
+                   "How long each measurement is integrated: a multiple of 96.", "uSec"},
+                  model::isolatedIntegrationBounds,
+                  [this]() -> std::int32_t& { return shared().Integration; })
+          .settledBy([this](double micros) {
+            return settledIntegration(model::InputKind::isolated7128, userTime,
+                                      shared().Integration, static_cast<std::int32_t>(micros));
+          })
+          .closedWhen([this]() -> std::string {
+            return shared().IntegrationRange == userTime ? "" : "The line rejection sets the time.";
+          })
+          .shownWhen([isForced] { return !isForced(); });
+  stepBy(time, model::InputKind::isolated7128, &model::cAnalogConfig::IntegIncDec);
   form.addNumber(
           {"Forced &order:", "1 filters least and 5 most; the time follows from it."},
           [] { return model::isolatedOrderBounds; }, true,

@@ -26,8 +26,8 @@ void copyLevels(const model::TableProcessing& from, model::TableProcessing& to) 
 
 }  // namespace
 
-frmLevelCross::frmLevelCross(SetupWindow& owner, const ScaledBlock& target)
-    : ProcessingWindow(owner, target, code,
+frmLevelCross::frmLevelCross(SetupWindow& owner, ProcessingTarget target)
+    : ProcessingWindow(owner, std::move(target), code,
                        {"frmLevelCross", "Level Crossing", "level crossing", "histograms"}),
       before_(processing()),
       picture_(new pictures::LevelPicture(this)) {
@@ -148,7 +148,7 @@ bool frmLevelCross::mayBeDone() {
   const model::TableProcessing edited = processing();
   if (edited == before_) return true;
   for (std::size_t t = 0; t < model::maxTables; ++t)
-    if (channelsIn(t) > 0) copyLevels(edited, block().processing[t]);
+    if (channelsIn(t) > 0) copyLevels(edited, target().levels(working_, t));
   return true;
 }
 

@@ -1,21 +1,20 @@
 #pragma once
 
+#include "model/time_units.h"
 #include "pictures/level_picture.h"
 #include "ui/processing_window.h"
 
 namespace ui {
 
-/// Levels whose crossings a block counts, and the tests of a second variable. A block has one set
-/// of them, which all tables with level crossings share.
+/// Levels whose crossings a block or a CAN item counts, and the tests of a second variable. It has
+/// one set of them, which all tables with level crossings share.
 class frmLevelCross final : public ProcessingWindow {
   Q_OBJECT
  public:
-  static constexpr FieldText button = {
-      "Level &crossing...",
-      "Displays a window to set up parameters. A level crossing histogram is made"};
   static constexpr int code = 7;
+  static constexpr FieldText button = {"Level crossing...", model::processingTexts[code]};
 
-  frmLevelCross(SetupWindow& owner, const ScaledBlock& target);
+  frmLevelCross(SetupWindow& owner, ProcessingTarget target);
 
  protected:
   void addParameters(Form& form) override;
@@ -25,6 +24,7 @@ class frmLevelCross final : public ProcessingWindow {
   bool mayBeDone() override;
 
  private:
+  [[nodiscard]] model::TableProcessing& processing() { return target().levels(working_, table()); }
   void addLevels(Form& form);
   void addTests(Form& form);
   enum Place { levels, tests, hysteresis, formOfResult };

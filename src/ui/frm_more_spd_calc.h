@@ -5,7 +5,8 @@
 namespace ui {
 
 /// Speed from the pulses that a transmission gives over a distance.
-class frmMoreSpdCalc final : public SpeedWindow {
+class frmMoreSpdCalc final
+    : public SpeedWindowOf<&model::CalculatorInputs::moreSpeed, &model::MoreSpeedInputs::WhatIf> {
   Q_OBJECT
  public:
   static constexpr FieldText button = {
@@ -15,12 +16,6 @@ class frmMoreSpdCalc final : public SpeedWindow {
 
  protected:
   void addInputs(Form& form) override;
-  [[nodiscard]] calculators::Transfer transfer() const override;
-  [[nodiscard]] calculators::SpeedScaling scaling() const override;
-  [[nodiscard]] calculators::SpeedUnit unit() const override;
-  void setUnit(calculators::SpeedUnit unit) override;
-  std::string& examplePulses() override { return inputs().moreSpeed.WhatIf; }
-  [[nodiscard]] calculators::Result exampleSpeed() const override;
 };
 
 }  // namespace ui

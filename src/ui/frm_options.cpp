@@ -12,7 +12,7 @@
 
 #include "control/panel_texts.h"
 #include "model/pick_list.h"
-#include "model/time_units.h"
+#include "ui/choices.h"
 #include "ui/colour_button.h"
 #include "verify/check_context.h"
 
@@ -21,7 +21,6 @@ namespace {
 
 constexpr int longestPath = 4096;
 constexpr int pathWidth = 320;
-constexpr int timeUnits = 6;
 
 /// A switch for one bit of a mask.
 struct Bit {
@@ -63,13 +62,6 @@ Complaint complaintAboutFolder(std::string_view path) {
 Complaint complaintAboutProgram(std::string_view path) {
   if (path.empty() || QFileInfo(qstring(path)).isFile()) return std::nullopt;
   return "There is no such file; leave the box empty to use the pre-compiler of this machine.";
-}
-
-std::vector<Choice> unitChoices() {
-  std::vector<Choice> choices;
-  for (int code = 0; code < timeUnits; ++code)
-    choices.push_back({KGEN_COMMON::TimeUnitName(code, false), code});
-  return choices;
 }
 
 }  // namespace
@@ -175,7 +167,7 @@ void frmOptions::addDefaults() {
   form.number({"Scan &interval:", "Of the main scan; uSec counts tens of microseconds."},
               Bounds{0.001, 1e9, 1},
               [&defaults]() -> double& { return defaults.DefaultScanInterval; });
-  form.choice({"Scan &unit:", "The unit of the scan interval."}, unitChoices(),
+  form.choice({"Scan &unit:", "The unit of the scan interval."}, timeUnitChoices(),
               [&defaults]() -> std::int16_t& { return defaults.DefaultScanIntervalUnits; });
   form.number({"F&lags shown:", "Rows that the flags window shows at first."}, Bounds{1, 8, 1},
               [this]() -> std::int32_t& { return working_.DefaultNumFlags; });

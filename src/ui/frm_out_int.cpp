@@ -14,35 +14,23 @@
 #include "model/conditions.h"
 #include "model/table_rules.h"
 #include "model/time_units.h"
+#include "ui/choices.h"
 #include "ui/frm_table_times.h"
 #include "ui/frm_trigger.h"
 #include "ui/frm_write_if.h"
 #include "ui/typing.h"
 #include "verify/check_context.h"
+#include "verify/window_checks.h"
 
 namespace ui {
 namespace {
 
 using text::concat;
 
-std::vector<Choice> flagChoices() {
-  std::vector<Choice> choices = choicesOf({"None"});
-  for (int flag = 1; flag <= static_cast<int>(model::maxFlags); ++flag)
-    choices.push_back({concat("Flag ", flag), flag});
-  return choices;
-}
-
 template <class Texts>
 std::vector<Choice> choicesFrom(const Texts& texts) {
   std::vector<Choice> choices;
   for (const auto& [code, text] : texts) choices.push_back({std::string(text), code});
-  return choices;
-}
-
-std::vector<Choice> unitChoices() {
-  std::vector<Choice> choices;
-  for (int code = 0; code <= 5; ++code)
-    choices.push_back({KGEN_COMMON::TimeUnitName(code, false), code});
   return choices;
 }
 
@@ -102,7 +90,12 @@ std::string writeIfLine(const model::OutputTable& table) {
 }  // namespace
 
 frmOutInt::frmOutInt(const WindowPorts& ports, QWidget* parent)
-    : SetupWindow(ports, {"frmOutInt", "Output Tables", "output tables"}, parent) {
+    : SetupWindow(ports,
+                  {.name = "frmOutInt",
+                   .title = "Output Tables",
+                   .editName = "output tables",
+                   .cancelHelp = control::panel::help::abandonTables},
+                  parent) {
   auto* contents = new QWidget(this);
   auto* layout = new QVBoxLayout(contents);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -186,7 +179,7 @@ void frmOutInt::addInterval(Form& form) {
                  [this]() -> bool& { return table().SyncTable; });
   sync.widget->setObjectName("chkContOut");
   addIntervalBox(form);
-  form.choice({"&Units:", "The unit of the interval."}, unitChoices(),
+  form.choice({"&Units:", "The unit of the interval."}, timeUnitChoices(),
               [this]() -> std::int16_t& { return table().OutIntUnits; })
       .closedWhen([this]() -> std::string {
         return isFilterRate(table().OutInt) ? "The filter sets the rate." : "";
@@ -274,7 +267,7 @@ void frmOutInt::addFlags(Form& form) {
                       {{"Full &flag:", "This flag is raised when the table is full."},
                        &model::OutputTable::FlagFull}};
   for (const Use& use : uses)
-    form.choice(use.text, flagChoices(),
+    form.choice(use.text, flagChoices("None"),
                 [this, use]() -> std::int16_t& { return table().*use.flag; })
         .then([this, use] { tellOfFlag(table().*use.flag); });
 }
@@ -398,7 +391,16 @@ bool frmOutInt::mayBeDone() {
     for (const ports::Message& warning : model::warningsAboutSimilarNames(working_))
       ports_.messages.show(warning);
   const auto question = model::questionAboutTableFlags(working_);
-  return !question || ports_.messages.show(*question) != ports::Answer::no;
+  if (question && ports_.messages.show(*question) == ports::Answer::no) return false;
+  return isRidOfStatistics();
+}
+
+/// Tables that keep a record each scan store samples.
+bool frmOutInt::isRidOfStatistics() {
+  if (working_.tables == ports_.session.project().tables) return true;
+  bool problem = false;
+  KGEN_COMMON::CheckScanRateTables(working_, {ports_.messages, ports_.errors}, problem);
+  return !problem;
 }
 
 std::vector<std::string> frmOutInt::previewNames() const {

@@ -18,6 +18,7 @@ class frmOutInt final : public SetupWindow {
 
  protected:
   bool mayBeDone() override;
+  bool isRidOfStatistics();
   [[nodiscard]] std::vector<std::string> previewNames() const override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;

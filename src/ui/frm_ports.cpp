@@ -8,6 +8,8 @@
 #include "text/strings.h"
 #include "ui/cell_columns.h"
 #include "ui/condition_sheet.h"
+#include "ui/mask_box.h"
+#include "ui/processing_buttons.h"
 
 namespace ui {
 namespace {
@@ -89,7 +91,8 @@ ListWindow::List frmPorts::groups() {
       {"In use", "Ports of the group that the program uses.", included},
   };
   return {"&Groups", "Choose the group of ports to set up.", std::move(columns),
-          [this] { return working_.ports.groups.size(); }};
+          [this] { return working_.ports.groups.size(); },
+          "The logger has no ports: add a 7131 or 7141/42 module in the hardware window."};
 }
 
 QWidget* frmPorts::detail() {
@@ -132,15 +135,39 @@ Form* frmPorts::groupForm() {
   form->check({"&Byte mode", "The eight ports make one number."},
               [this]() -> bool& { return group().ByteMode; });
   form->pick(
-      {"&Data type:", "FP2 takes 2 bytes a value, IEEE4 takes 4."},
+      {"Data &type:", "FP2 takes 2 bytes a value, IEEE4 takes 4."},
       [] {
         return std::vector<std::string>{"FP2", "IEEE4"};
       },
       [this]() -> std::string& { return group().DataResolution; });
   form->check({"P&ublic", "The values can be seen while the program runs."},
               [this]() -> bool& { return group().Public; });
+  Form& tables = form->group("Stored by the tables");
+  addMasks(tables, working_, model::lastProcessingOf(model::StoredSource::port),
+           "the number that is read", [this]() -> model::TableMasks& { return group().Table; });
+  auto* buttons = new ProcessingButtons(*this, [this] { return processingOfPorts(row()); });
+  tables.row(buttons);
+  onRefresh([this, buttons, &tables] {
+    buttons->refresh();
+    tables.parentWidget()->setVisible(group().ReadMode);
+  });
   add(*form);
   return form;
+}
+
+/// A column for groups that are read, or for those that are written; it is empty for the others.
+SheetColumn frmPorts::onlyOf(bool read, SheetColumn column) {
+  column.text = [this, read, text = column.text](std::size_t row) {
+    return group().ReadMode == read ? text(row) : std::string();
+  };
+  column.store = [this, read, store = column.store](std::size_t row,
+                                                    std::string_view cell) -> Complaint {
+    if (group().ReadMode == read) return store(row, cell);
+    if (cell.empty()) return std::nullopt;
+    return read ? "the group is written; only ports that are read have a mask"
+                : "the group is read; only ports that are written have a polarity";
+  };
+  return column;
 }
 
 std::vector<SheetColumn> frmPorts::portColumns() {
@@ -158,15 +185,15 @@ std::vector<SheetColumn> frmPorts::portColumns() {
   return {
       {"Port", "The port of the group.", [](std::size_t row) { return text::concat(row + 1); }},
       std::move(include),
-      listColumn(
-          "Polarity", "The level of the port while its condition is met. Of outputs.", polarities,
-          [at](std::size_t row) { return polarities[at(row).Polarity == 0 ? 0 : 1]; },
-          [at](std::size_t row, std::size_t index) {
-            at(row).Polarity = static_cast<std::int16_t>(index);
-          }),
-      numberColumn<std::int16_t>(
-          "Mask", "Weight of an input in the number that is read; 0: its own bit.", 0, 255,
-          [at](std::size_t row) -> std::int16_t& { return at(row).BinaryMask; }),
+      onlyOf(false, listColumn(
+                        "Polarity", "The level of the port while its condition is met.", polarities,
+                        [at](std::size_t row) { return polarities[at(row).Polarity == 0 ? 0 : 1]; },
+                        [at](std::size_t row, std::size_t index) {
+                          at(row).Polarity = static_cast<std::int16_t>(index);
+                        })),
+      onlyOf(true, numberColumn<std::int16_t>(
+                       "Mask", "Weight of an input in the number that is read; 0: its own bit.", 0,
+                       255, [at](std::size_t row) -> std::int16_t& { return at(row).BinaryMask; })),
       {"Taken by", "What else uses the terminal.",
        [this](std::size_t row) { return otherUse(row); }},
   };

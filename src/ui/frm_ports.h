@@ -21,6 +21,7 @@ class frmPorts final : public ListWindow {
   QWidget* detail();
   Form* groupForm();
   std::vector<SheetColumn> portColumns();
+  SheetColumn onlyOf(bool read, SheetColumn column);
   QWidget* conditions();
   void plan();
   [[nodiscard]] model::PortGroup& group();

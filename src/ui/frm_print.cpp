@@ -4,6 +4,7 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPushButton>
@@ -30,7 +31,7 @@ constexpr std::array<ItemTexts, frmPrint::items> itemTexts = {{
     {"&Summary", help::printSummary},
     {"P&rogram", "Press to print the program of the logger."},
     {"&Table information (.TI7)", "Press to print what the output tables store."},
-    {"Wi&ring (.WR7)", "Press to print which wire goes where."},
+    {"Wirin&g (.WR7)", "Press to print which wire goes where."},
 }};
 
 }  // namespace
@@ -97,6 +98,7 @@ QWidget* frmPrint::bottom() {
     connect(button, &QPushButton::clicked, this, act);
     return button;
   };
+  add("&Help", help::extendedHelp, QDialogButtonBox::HelpRole, [this] { help_(); });
   add("Printer Set&up...", help::printSetup, QDialogButtonBox::ActionRole,
       [this] { setUpPrinter(); });
   add("Save as P&DF...", "Press to print to a PDF file.", QDialogButtonBox::ActionRole,
@@ -106,6 +108,11 @@ QWidget* frmPrint::bottom() {
     print();
   })->setDefault(true);
   return box;
+}
+
+void frmPrint::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_F1) return help_();
+  QDialog::keyPressEvent(event);
 }
 
 void frmPrint::choose(Item item, bool chosen) {

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QPrintPreviewWidget>
 #include <array>
+#include <functional>
 #include <optional>
 
 #include "ui/printing.h"
@@ -21,11 +22,16 @@ class frmPrint final : public QDialog {
   frmPrint(QPixmap window, control::Session& session, ports::MessageService& messages,
            QWidget* parent);
 
+  /// What the help button and F1 do.
+  void setHelp(std::function<void()> help) { help_ = std::move(help); }
   void choose(Item item, bool chosen = true);
   /// The documents that are ticked, in their order.
   [[nodiscard]] std::vector<PrintDocument> chosen();
   /// False when the file can't be written, which is told.
   bool printToPdf(const QString& file);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   QWidget* choices();
@@ -47,6 +53,7 @@ class frmPrint final : public QDialog {
   std::array<std::optional<PrintDocument>, items> documents_;
   QPrintPreviewWidget* preview_ = nullptr;
   QLabel* note_ = nullptr;
+  std::function<void()> help_ = [] {};
 };
 
 }  // namespace ui

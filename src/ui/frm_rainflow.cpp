@@ -9,8 +9,8 @@ enum Place { means, amplitudes, low, high, least, form };
 
 }  // namespace
 
-frmRainflow::frmRainflow(SetupWindow& owner, const ScaledBlock& target)
-    : ProcessingWindow(owner, target, code,
+frmRainflow::frmRainflow(SetupWindow& owner, ProcessingTarget target)
+    : ProcessingWindow(owner, std::move(target), code,
                        {"frmRainflow", "Rainflow Histogram", "rainflow", "histograms"}),
       picture_(new pictures::RainflowPicture(this)) {
   build(picture_);

@@ -1,24 +1,24 @@
 #pragma once
 
+#include "model/time_units.h"
 #include "pictures/rainflow_picture.h"
 #include "ui/processing_window.h"
 
 namespace ui {
 
-/// The matrix of the rainflow histograms that a block has in its tables.
+/// The matrix of the rainflow histograms in the tables.
 class frmRainflow final : public ProcessingWindow {
   Q_OBJECT
  public:
-  static constexpr FieldText button = {
-      "Rain&flow...", "Displays a window to set up parameters. A rainflow histogram is made"};
   static constexpr int code = 6;
+  static constexpr FieldText button = {"Rainflow...", model::processingTexts[code]};
 
-  frmRainflow(SetupWindow& owner, const ScaledBlock& target);
+  frmRainflow(SetupWindow& owner, ProcessingTarget target);
 
  protected:
   void addParameters(Form& form) override;
   void showPicture() override;
-  std::string& parameterText() override { return processing().RainHistoCode; }
+  std::string& parameterText() override { return target().rainflow(working_, table()); }
   std::vector<double> numbers() override;
 
  private:

@@ -11,13 +11,13 @@ namespace ui {
 namespace help = calculators::help;
 
 frmSpdCalc::frmSpdCalc(SetupWindow& owner, const ScaledBlock& target)
-    : SpeedWindow(owner, target, "frmSpdCalc", calculators::title::speed) {
+    : SpeedWindowOf(owner, target, "frmSpdCalc", calculators::title::speed) {
   build();
 }
 
 void frmSpdCalc::addInputs(Form& form) {
   addNumber(form, {"Pulses per &revolution:", help::pulsesPerShaftTurn},
-            [this]() -> std::string& { return inputs().speed.RevSpeed; });
+            [this]() -> std::string& { return speed().RevSpeed; });
   addGears(form);
   addWheel(form);
   addOutputUnit(form);
@@ -25,23 +25,23 @@ void frmSpdCalc::addInputs(Form& form) {
 
 void frmSpdCalc::addWheel(Form& form) {
   addNumber(form, {"&Wheel size:", help::wheelSize},
-            [this]() -> std::string& { return inputs().speed.WheelSize; });
+            [this]() -> std::string& { return speed().WheelSize; });
   addOptions(
       form, {"&Size is:", help::wheelSize},
       {{"Circumference", ""}, {"Diameter", ""}, {"Radius", ""}},
-      [this] { return static_cast<int>(inputs().speed.SizeOption); },
-      [this](int index) { inputs().speed.SizeOption = static_cast<std::int16_t>(index); });
+      [this] { return static_cast<int>(speed().SizeOption); },
+      [this](int index) { speed().SizeOption = static_cast<std::int16_t>(index); });
   addOptions(
       form, {"&Measured in:", "The unit of the wheel size."}, {{"Inches", ""}, {"Centimeters", ""}},
-      [this] { return static_cast<int>(inputs().speed.MKSSpd); },
-      [this](int index) { inputs().speed.MKSSpd = static_cast<std::int16_t>(index); });
+      [this] { return static_cast<int>(speed().MKSSpd); },
+      [this](int index) { speed().MKSSpd = static_cast<std::int16_t>(index); });
 }
 
 void frmSpdCalc::addGears(Form& form) {
   SheetColumn turns{
       "Turns", qstring(help::gearTurns),
       [this](std::size_t row) {
-        const auto& ratios = inputs().speed.GearRatio;
+        const auto& ratios = speed().GearRatio;
         return row < ratios.size() ? ratios[row] : std::string();
       },
       [this](std::size_t row, std::string_view cell) { return storeGear(row, cell), Complaint(); }};
@@ -56,28 +56,10 @@ void frmSpdCalc::addGears(Form& form) {
 
 /// Gears behind the last one that has turns are none.
 void frmSpdCalc::storeGear(std::size_t gear, std::string_view turns) {
-  auto& ratios = inputs().speed.GearRatio;
+  auto& ratios = speed().GearRatio;
   if (ratios.size() <= gear) ratios.resize(gear + 1);
   ratios[gear] = text::trimmed(turns);
   while (!ratios.empty() && ratios.back().empty()) ratios.pop_back();
-}
-
-calculators::SpeedScaling frmSpdCalc::scaling() const {
-  return calculators::speedScaling(inputs().speed);
-}
-
-calculators::SpeedUnit frmSpdCalc::unit() const { return calculators::speedUnit(inputs().speed); }
-
-void frmSpdCalc::setUnit(calculators::SpeedUnit unit) {
-  calculators::setSpeedUnit(inputs().speed, unit);
-}
-
-calculators::Result frmSpdCalc::exampleSpeed() const {
-  return calculators::speedAtExample(inputs().speed);
-}
-
-calculators::Transfer frmSpdCalc::transfer() const {
-  return calculators::transferOf(inputs().speed);
 }
 
 }  // namespace ui

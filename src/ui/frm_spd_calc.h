@@ -5,7 +5,8 @@
 namespace ui {
 
 /// Speed from the pulses of a shaft that drives a wheel.
-class frmSpdCalc final : public SpeedWindow {
+class frmSpdCalc final
+    : public SpeedWindowOf<&model::CalculatorInputs::speed, &model::SpeedInputs::PulsesSec> {
   Q_OBJECT
  public:
   static constexpr FieldText button = {"Sp&eed calculator...",
@@ -15,12 +16,6 @@ class frmSpdCalc final : public SpeedWindow {
 
  protected:
   void addInputs(Form& form) override;
-  [[nodiscard]] calculators::Transfer transfer() const override;
-  [[nodiscard]] calculators::SpeedScaling scaling() const override;
-  [[nodiscard]] calculators::SpeedUnit unit() const override;
-  void setUnit(calculators::SpeedUnit unit) override;
-  std::string& examplePulses() override { return inputs().speed.PulsesSec; }
-  [[nodiscard]] calculators::Result exampleSpeed() const override;
 
  private:
   void addWheel(Form& form);

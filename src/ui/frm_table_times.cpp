@@ -10,6 +10,7 @@
 #include "pictures/colours.h"
 #include "text/strings.h"
 #include "timing/execution_interval.h"
+#include "ui/cell_columns.h"
 
 namespace ui {
 namespace {
@@ -155,9 +156,7 @@ std::vector<SheetColumn> frmTableTimes::columns() {
       {"Record", "Bytes of a record, with date and time when they are stored with it.",
        [space](std::size_t row) { return concat(space(row).recordBytes); }},
       {"Auto size", "Takes what the other tables leave; yes or no.",
-       [this](std::size_t row) {
-         return std::string(model::isAutoSized(working_.tables[row]) ? "yes" : "no");
-       },
+       [this](std::size_t row) { return yesNoText(model::isAutoSized(working_.tables[row])); },
        [this](std::size_t row, std::string_view text) { return storeAutoSize(row, text); },
        [] {
          return std::vector<std::string>{"no", "yes"};
@@ -221,9 +220,8 @@ Complaint frmTableTimes::storeRecords(std::size_t table, std::string_view text) 
 }
 
 Complaint frmTableTimes::storeAutoSize(std::size_t table, std::string_view text) {
-  const bool yes = text::equalsIgnoringCase(text, "yes");
-  if (!yes && !text::equalsIgnoringCase(text, "no"))
-    return concat("'", text, "' is neither yes nor no");
+  bool yes = false;
+  if (Complaint complaint = storeYesNo(text, yes)) return complaint;
   model::OutputTable& settings = working_.tables[table];
   if (!yes && settings.Buffer < 0) settings.Buffer = 0;
   settings.AutoSize = yes;

@@ -1,7 +1,5 @@
 #include "ui/frm_tc_setup.h"
 
-#include "ui/mask_box.h"
-
 namespace ui {
 
 frmTCSetup::frmTCSetup(const WindowPorts& ports, QWidget* parent)
@@ -11,8 +9,7 @@ frmTCSetup::frmTCSetup(const WindowPorts& ports, QWidget* parent)
 }
 
 void frmTCSetup::addSharedFields(Form& form) {
-  addReference(form, working_,
-               [this]() -> model::ReferenceTemperature& { return working_.tcReference; });
+  addReference(form, model::StoredSource::tcReference, &model::Project::tcReference);
 }
 
 void frmTCSetup::addFields(Form& form) {

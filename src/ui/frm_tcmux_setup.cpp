@@ -1,7 +1,6 @@
 #include "ui/frm_tcmux_setup.h"
 
 #include "text/strings.h"
-#include "ui/mask_box.h"
 
 namespace ui {
 
@@ -12,8 +11,7 @@ frmTCMUXSetup::frmTCMUXSetup(const WindowPorts& ports, QWidget* parent)
 }
 
 void frmTCMUXSetup::addSharedFields(Form& form) {
-  addReference(form, working_,
-               [this]() -> model::ReferenceTemperature& { return working_.tcmuxReference; });
+  addReference(form, model::StoredSource::tcmuxReference, &model::Project::tcmuxReference);
 }
 
 void frmTCMUXSetup::addFields(Form& form) {

@@ -1,5 +1,6 @@
 #include "ui/help_viewer.h"
 
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QHBoxLayout>
@@ -9,6 +10,7 @@
 #include <QShortcut>
 #include <QTextBlock>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include "ui/form.h"
 
@@ -20,10 +22,29 @@ QUrl urlOf(const QString& page) {
   return QUrl(QFile::exists(path) ? "qrc" + path : "qrc:/kgen/guide/index.md");
 }
 
+/// Shows pictures as wide as the page has room.
+class Pages final : public QTextBrowser {
+ public:
+  using QTextBrowser::QTextBrowser;
+
+ protected:
+  QVariant loadResource(int type, const QUrl& name) override {
+    QVariant found = QTextBrowser::loadResource(type, name);
+    if (type != QTextDocument::ImageResource) return found;
+    QImage picture = QImage::fromData(found.toByteArray());
+    constexpr int besidePage = 50;  // margins and scroll bar
+    const int room = static_cast<int>((width() - besidePage) * devicePixelRatioF());
+    if (picture.width() > room) picture = picture.scaledToWidth(room, Qt::SmoothTransformation);
+    picture.setDevicePixelRatio(devicePixelRatioF());
+    return picture;
+  }
+};
+
 }  // namespace
 
-HelpViewer::HelpViewer(QWidget* parent) : QDialog(parent), browser_(new QTextBrowser(this)) {
+HelpViewer::HelpViewer() : browser_(new Pages(this)) {
   setObjectName("frmHelp");
+  setAttribute(Qt::WA_QuitOnClose, false);
   setWindowTitle("Help");
   describe(*browser_, "Help page", "Links lead to other pages.");
   connect(browser_, &QTextBrowser::sourceChanged, this, [this] {
@@ -34,7 +55,7 @@ HelpViewer::HelpViewer(QWidget* parent) : QDialog(parent), browser_(new QTextBro
   layout->addWidget(browser_, 1);
   layout->addWidget(findRow());
   layout->addWidget(buttonRow());
-  resize(720, 620);
+  resize(820, 680);
 }
 
 QWidget* HelpViewer::findRow() {
@@ -69,7 +90,8 @@ QWidget* HelpViewer::buttonRow() {
   add("Close", "Press to close the help.", QDialogButtonBox::RejectRole);
   connect(back, &QPushButton::clicked, browser_, &QTextBrowser::backward);
   connect(browser_, &QTextBrowser::backwardAvailable, back, &QWidget::setEnabled);
-  connect(index, &QPushButton::clicked, this, [this] { showPage("index"); });
+  connect(index, &QPushButton::clicked, browser_,
+          [this] { browser_->setSource(urlOf("index"), QTextDocument::MarkdownResource); });
   connect(box, &QDialogButtonBox::rejected, this, &QDialog::close);
   back->setEnabled(false);
   return box;
@@ -83,10 +105,20 @@ void HelpViewer::find(const QString& words, bool fromStart) {
   browser_->find(words);
 }
 
-void HelpViewer::showPage(const QString& page) {
+/// A window that waits for an answer blocks every other one but its own: the help is one of those.
+void HelpViewer::joinWindow(QWidget* asking) {
+  const QWidget* modal = QApplication::activeModalWidget();
+  const QWidget* owner = modal != nullptr ? modal : asking->window();
+  winId();  // the window of the system has to be there
+  windowHandle()->setTransientParent(owner->windowHandle());
+}
+
+void HelpViewer::showPage(const QString& page, QWidget* asking) {
+  joinWindow(asking);
+  show();  // pictures ask how much room there is
   browser_->setSource(urlOf(page), QTextDocument::MarkdownResource);
-  show();
   raise();
+  activateWindow();
 }
 
 }  // namespace ui

@@ -13,6 +13,7 @@
 #include "platform/processes.h"
 #include "platform/settings_file.h"
 #include "platform/system_clock.h"
+#include "ui/frm_new_project.h"
 #include "ui/frm_options.h"
 #include "ui/help_viewer.h"
 #include "ui/main_panel.h"
@@ -29,8 +30,8 @@ using ui::utf8;
 struct RealPorts {
   RealPorts(KGenCtl& control, ports::Host& host)
       : messages(&control),
-        settings([&control](const std::string& line) { Q_EMIT control.Note(qstring(line)); }),
-        machine([&control](const std::string& line) { Q_EMIT control.Note(qstring(line)); }),
+        settings([&host](const std::string& line) { host.note(line); }),
+        machine([&host](const std::string& line) { host.note(line); }),
         all{messages, files, clock, settings, machine, processes, host} {}
   ui::QtMessages messages;
   platform::DiskFiles files;
@@ -88,11 +89,12 @@ struct KGenCtl::Parts final : ports::Host, ui::Desk {
   bool handToDunmore(const std::string& program) override {
     return dunmoreServer && dunmoreServer(qstring(program));
   }
-  void printRequested() override { ui::showPrintSelect(control, session, messages); }
+  void printRequested() override { ui::showPrintSelect(control, windowPorts()); }
   void helpRequested(const std::string&, int) override { showHelp("index"); }
   void optionsRequested() override { showOptions(); }
   void closeWindows() override {
     if (window) window->reject();
+    if (newProject) newProject->reject();
     if (help) help->close();
   }
   void refresh() override {
@@ -102,7 +104,12 @@ struct KGenCtl::Parts final : ports::Host, ui::Desk {
   std::optional<std::string> choosePath(const ports::FileQuestion& question) override {
     return asked != nullptr ? asked->choosePath(question) : chosenPath(question, control);
   }
-  void note(std::string_view line) override { Q_EMIT control.Note(qstring(line)); }
+  /// What is noted while the control is made waits until somebody can listen.
+  void note(std::string_view line) override {
+    const auto tell = [this, text = qstring(line)] { Q_EMIT control.Note(text); };
+    if (panel != nullptr) return tell();
+    QMetaObject::invokeMethod(&control, tell, Qt::QueuedConnection);
+  }
 
   // ui::Desk
   void showHelp(const QString& page) override;
@@ -116,7 +123,8 @@ struct KGenCtl::Parts final : ports::Host, ui::Desk {
   // Before the session, which speaks to its host while it is made.
   ui::MainPanel* panel = nullptr;
   QPointer<ui::SetupWindow> window;  // one at a time: each edits a copy of the whole project
-  QPointer<ui::HelpViewer> help;
+  QPointer<ui::frmNewProject> newProject;
+  std::unique_ptr<ui::HelpViewer> help;  // not the control's: windows that wait would block it
   std::function<bool(const QString&)> dunmoreServer;
   ports::Host* asked;
   std::optional<RealPorts> real;
@@ -126,9 +134,9 @@ struct KGenCtl::Parts final : ports::Host, ui::Desk {
 };
 
 void KGenCtl::Parts::showHelp(const QString& page) {
-  if (!help) help = new ui::HelpViewer(control.window());
+  if (!help) help = std::make_unique<ui::HelpViewer>();
   session.showHelpFor(utf8(page), 0);
-  help->showPage(page);
+  help->showPage(page, &control);
 }
 
 void KGenCtl::Parts::showOptions() {
@@ -182,6 +190,19 @@ ui::SetupWindow* KGenCtl::openWindow(int button) {
   parts_->window = opened;
   opened->show();
   return opened;
+}
+
+ui::frmNewProject* KGenCtl::openNewProject() {
+  if (!parts_->newProject || !parts_->newProject->isVisible()) {
+    auto* opened = new ui::frmNewProject(parts_->windowPorts(), this);
+    opened->setAttribute(Qt::WA_DeleteOnClose);
+    opened->setWindowModality(Qt::WindowModal);
+    parts_->newProject = opened;
+    opened->show();
+  }
+  parts_->newProject->raise();
+  parts_->newProject->activateWindow();
+  return parts_->newProject;
 }
 
 void KGenCtl::closeEvent(QCloseEvent* event) { event->setAccepted(parts_->session.AskToSaveAll()); }

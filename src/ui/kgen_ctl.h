@@ -13,7 +13,8 @@ struct SessionPorts;
 
 namespace ui {
 class SetupWindow;
-}
+class frmNewProject;
+}  // namespace ui
 
 /// The program generator as a control: its main panel with a button for each setup window and the
 /// summary of the open project, to be embedded by a host program. Properties, methods and signals
@@ -77,6 +78,8 @@ class KGenCtl : public QWidget {
   [[nodiscard]] control::Session& session();
   /// Opens the setup window of a button 0 to 15, or brings it to the front.
   ui::SetupWindow* openWindow(int button);
+  /// Opens the window that plans a new project from a list of channels, or brings it to the front.
+  ui::frmNewProject* openNewProject();
 
  public Q_SLOTS:
   void LongToMessage(int code);

@@ -6,6 +6,7 @@
 
 #include "channels/channel_cells.h"
 #include "text/strings.h"
+#include "ui/cell_columns.h"
 
 namespace ui {
 namespace {
@@ -22,7 +23,7 @@ void ListWindow::build(List list, QWidget* above, QWidget* detail, QWidget* belo
   auto* layout = new QVBoxLayout(side);
   layout->setContentsMargins(0, 0, 0, 0);
   if (above != nullptr) layout->addWidget(above);
-  listed_.setColumns(std::move(list.columns), std::move(list.rows));
+  listed_.setColumns(std::move(list.columns), list.rows);
   view_ = new SheetView(listed_, side);
   view_->setObjectName("list");
   describe(*view_, list.caption, list.help);
@@ -39,13 +40,31 @@ void ListWindow::build(List list, QWidget* above, QWidget* detail, QWidget* belo
   auto* contents = new QSplitter(Qt::Horizontal, this);
   side->setMinimumWidth(leastListWidth);
   contents->addWidget(side);
-  contents->addWidget(detail);
+  contents->addWidget(detailOr(detail, list));
   contents->setStretchFactor(0, 1);
   contents->setStretchFactor(1, 1);
   contents->setChildrenCollapsible(false);
   setContents(contents);
   view_->resizeColumnsToContents();
   view_->setCurrentIndex(listed_.index(0, 0));
+}
+
+QWidget* ListWindow::detailOr(QWidget* detail, const List& list) {
+  if (list.empty.isEmpty()) return detail;
+  auto* side = new QWidget(this);
+  auto* layout = new QVBoxLayout(side);
+  layout->setContentsMargins(0, 0, 0, 0);
+  auto* words = new QLabel(list.empty, side);
+  words->setObjectName("empty");
+  words->setWordWrap(true);
+  words->setAlignment(Qt::AlignCenter);
+  layout->addWidget(detail);
+  layout->addWidget(words);
+  onRefresh([detail, words, rows = list.rows] {
+    detail->setVisible(rows() > 0);
+    words->setVisible(rows() == 0);
+  });
+  return side;
 }
 
 void ListWindow::chooseRow(std::size_t row) {
@@ -56,7 +75,7 @@ void ListWindow::chooseRow(std::size_t row) {
     view_->setCurrentIndex(listed_.index(static_cast<int>(row), 0));
 }
 
-std::vector<SheetColumn> tableColumns(const model::Project& project,
+std::vector<SheetColumn> tableColumns(const model::Project& project, int last,
                                       std::function<model::TableMasks&(std::size_t row)> masks) {
   std::vector<SheetColumn> columns;
   for (std::size_t t = 0; t < model::maxTables; ++t) {
@@ -65,13 +84,11 @@ std::vector<SheetColumn> tableColumns(const model::Project& project,
     column.title = qstring(project.tables[t].TableName);
     column.help = QString("What table %1 stores.").arg(column.title);
     column.text = [masks, t](std::size_t row) { return channels::maskText(masks(row)[t]); };
-    column.store = [masks, t](std::size_t row, std::string_view cell) {
-      return channels::storeMask(cell, masks(row)[t]);
+    column.store = [masks, t, last](std::size_t row, std::string_view cell) {
+      return channels::storeMask(cell, masks(row)[t], last);
     };
-    column.offers = [] {
-      const auto words = channels::processingWords();
-      return std::vector<std::string>(words.begin(), words.end());
-    };
+    column.offers = [last] { return channels::processingsUpTo(last); };
+    column.offerHelp = processingHelp(project, t);
     column.combined = true;
     columns.push_back(std::move(column));
   }

@@ -103,7 +103,7 @@ QLineEdit* MainPanel::identityBox(std::string_view name, std::string_view help,
   return box;
 }
 
-/// Text that a project file can't hold stays in its box with a word on it.
+/// Text that a project file can't hold makes way for what the project has.
 void MainPanel::enterIdentity(const QLineEdit& box,
                               std::string model::LoggerConfiguration::*place) {
   const std::string typed = utf8(box.text());
@@ -122,7 +122,7 @@ QWidget* MainPanel::summaryColumn() {
       identityBox("Operator", panel::help::operatorName, &model::LoggerConfiguration::Operator);
   id_ = identityBox("ID", panel::help::idNumber, &model::LoggerConfiguration::IDNumber);
   auto* row = new QHBoxLayout;
-  for (const auto& [caption, box] : {std::pair{"Operato&r:", operator_}, {"I&D:", id_}}) {
+  for (const auto& [caption, box] : {std::pair{"Operato&r:", operator_}, {"ID:", id_}}) {
     auto* label = new QLabel(caption, this);
     label->setBuddy(box);
     row->addWidget(label);
@@ -153,7 +153,7 @@ QWidget* MainPanel::bottomRow() {
     layout->addWidget(button);
     return button;
   };
-  add("Pri&nt...", panel::help::printOptions, &MainPanel::printPressed);
+  add("Print...", panel::help::printOptions, &MainPanel::printPressed);
   add("Help", panel::help::extendedHelp, &MainPanel::helpPressed);
   layout->addStretch(1);
   quit_ = add("&Quit", panel::help::quit, &MainPanel::quitPressed);

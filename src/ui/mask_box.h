@@ -3,6 +3,7 @@
 #include <QToolButton>
 #include <functional>
 
+#include "model/stored_outputs.h"
 #include "ui/form.h"
 
 namespace ui {
@@ -11,7 +12,10 @@ namespace ui {
 class MaskBox final : public QToolButton {
   Q_OBJECT
  public:
-  explicit MaskBox(QWidget* parent = nullptr);
+  /// Offers the processings up to a code.
+  explicit MaskBox(int last, QWidget* parent = nullptr);
+  /// Tells of each processing, by its code, while the list is open.
+  void explain(const std::function<std::string(std::size_t row, std::size_t code)>& help);
   void setMask(std::uint8_t mask);
   [[nodiscard]] std::uint8_t mask() const { return mask_; }
 
@@ -20,11 +24,16 @@ class MaskBox final : public QToolButton {
 
  private:
   void tick(std::size_t code, bool on);
+  int last_;
   std::uint8_t mask_ = 0;
 };
 
+/// What each table that is on stores of something, processings up to a code.
+void addMasks(Form& form, const model::Project& project, int last, std::string_view what,
+              const std::function<model::TableMasks&()>& masks);
+
 /// Data type, Public and what each table that is on stores of a reference temperature.
-void addReference(Form& form, const model::Project& project,
-                  const std::function<model::ReferenceTemperature&()>& reference);
+void addReferenceFields(Form& form, const model::Project& project, model::StoredSource source,
+                        const std::function<model::ReferenceTemperature&()>& reference);
 
 }  // namespace ui

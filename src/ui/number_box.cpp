@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "text/numbers.h"
 #include "text/strings.h"
@@ -42,8 +43,11 @@ Complaint NumberBox::complaint() const {
 }
 
 void NumberBox::stepBy(int steps) {
-  const double number = text::readNumber(utf8(text()));
-  setValue(std::clamp(number + steps * bounds_.step, bounds_.low, bounds_.high));
+  double number = text::readNumber(utf8(text()));
+  for (int i = 0; stepRule_ && i < std::abs(steps); ++i)
+    number = stepRule_(number, steps > 0 ? 1 : -1);
+  if (!stepRule_) number += steps * bounds_.step;
+  setValue(std::clamp(number, bounds_.low, bounds_.high));
   selectAll();
   Q_EMIT edited();
 }

@@ -2,6 +2,7 @@
 
 #include <QAbstractSpinBox>
 #include <QLineEdit>
+#include <functional>
 #include <optional>
 
 #include "model/block_rules.h"
@@ -23,6 +24,9 @@ class NumberBox final : public QAbstractSpinBox {
   void setBounds(const Bounds& bounds);
   /// How numbers are shown: "#0.0". Without it they are as short as can be.
   void setPattern(std::string_view pattern) { pattern_ = pattern; }
+  /// What the arrows make of a value, up (1) or down (-1), in place of the step of the bounds.
+  using StepRule = std::function<double(double value, int direction)>;
+  void setStepRule(StepRule rule) { stepRule_ = std::move(rule); }
   /// Nothing while the text is not a number within the bounds.
   [[nodiscard]] std::optional<double> value() const;
   [[nodiscard]] Complaint complaint() const;
@@ -45,6 +49,7 @@ class NumberBox final : public QAbstractSpinBox {
   Bounds bounds_;
   bool whole_;
   std::string pattern_;
+  StepRule stepRule_;
   bool modified_ = false;
 };
 

@@ -193,12 +193,13 @@ void printWindow(QWidget& window, ports::MessageService& messages) {
     messages.show(printingFailed(printer));
 }
 
-void showPrintSelect(QWidget& owner, control::Session& session, ports::MessageService& messages) {
+void showPrintSelect(QWidget& owner, const WindowPorts& ports) {
   try {
-    frmPrint window(owner.window()->grab(), session, messages, &owner);
+    frmPrint window(owner.window()->grab(), ports.session, ports.messages, &owner);
+    window.setHelp([&ports, &window] { ports.desk.showHelp(window.objectName()); });
     window.exec();
   } catch (const std::exception& fault) {  // the machine has no time of day
-    messages.show({.title = "PRINT", .text = fault.what()});
+    ports.messages.show({.title = "PRINT", .text = fault.what()});
   }
 }
 

@@ -7,8 +7,7 @@
 #include <limits>
 #include <vector>
 
-#include "control/session.h"
-#include "ports/message_service.h"
+#include "ui/window_ports.h"
 
 namespace ui {
 
@@ -46,6 +45,6 @@ ports::Message printingFailed(const QPrinter& printer);
 void printWindow(QWidget& window, ports::MessageService& messages);
 
 /// The print window: what to print (summary, program, table information, wiring), preview, PDF.
-void showPrintSelect(QWidget& owner, control::Session& session, ports::MessageService& messages);
+void showPrintSelect(QWidget& owner, const WindowPorts& ports);
 
 }  // namespace ui

@@ -9,9 +9,9 @@
 
 namespace ui {
 
-ProcessingWindow::ProcessingWindow(SetupWindow& owner, const ScaledBlock& target, int code,
+ProcessingWindow::ProcessingWindow(SetupWindow& owner, ProcessingTarget target, int code,
                                    WindowInfo info)
-    : SetupWindow(owner, std::move(info)), target_(target), code_(code) {
+    : SetupWindow(owner, std::move(info)), target_(std::move(target)), code_(code) {
   while (table_ + 1 < model::maxTables && channelsIn(table_) == 0) ++table_;
   if (channelsIn(table_) > 0) return;
   for (table_ = 0; table_ + 1 < model::maxTables && !working_.tables[table_].TableOn;) ++table_;
@@ -20,6 +20,11 @@ ProcessingWindow::ProcessingWindow(SetupWindow& owner, const ScaledBlock& target
 void ProcessingWindow::build(QWidget* picture) {
   auto* form = new Form;
   addParameters(*form);
+  if (!target_.shared.empty()) {
+    auto* shared = new QLabel(qstring(target_.shared), form);
+    shared->setWordWrap(true);
+    form->row(shared);
+  }
   addSizes(form->group("Record"));
   form->rowStretch();
   auto* contents = new QSplitter(Qt::Horizontal, this);
@@ -32,14 +37,6 @@ void ProcessingWindow::build(QWidget* picture) {
   setContents(contents);
   form->setFocus();
   resize(900, 480);
-}
-
-std::size_t ProcessingWindow::channelsIn(std::size_t table) const {
-  if (!working_.tables[table].TableOn) return 0;
-  std::size_t channels = 0;
-  for (const model::Element& each : working_.block(target_.kind, target_.number).elements)
-    if ((each.Table[table] >> code_ & 1) != 0) ++channels;
-  return channels;
 }
 
 void ProcessingWindow::addTable(Form& form) {
@@ -76,13 +73,14 @@ void ProcessingWindow::addFormOfResult(Form& form, std::size_t place) {
       [this, place](int choice) { setNumber(place, choice); });
 }
 
+std::size_t ProcessingWindow::valuesEach() {
+  const std::string& text = parameterText();  // of the processing, whichever it is
+  return KGEN_COMMON::ValuesPerOutput(true, code_, text, text, text);
+}
+
 void ProcessingWindow::addSizes(Form& form) {
-  form.readout({"Values:", "That a record stores of each channel."}, [this] {
-    const model::TableProcessing& now = processing();
-    return text::concat(KGEN_COMMON::ValuesPerOutput(true, code_, now.HistogramCode,
-                                                     now.RainHistoCode, now.LevelCode),
-                        " of each channel");
-  });
+  form.readout({"Values:", "That a record stores of each channel."},
+               [this] { return text::concat(valuesEach(), " of each channel"); });
   form.readout({"Stored of:", "Channels that the table stores this way."}, [this] {
     const std::size_t channels = channelsIn(table_);
     return text::concat(channels, channels == 1 ? " channel" : " channels");

@@ -1,7 +1,10 @@
 #include "ui/qt_messages.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QMessageBox>
+#include <QSpacerItem>
+#include <algorithm>
 
 #include "ui/texts.h"
 
@@ -62,6 +65,27 @@ ports::Answer answerOf(int button) {
   return button == QMessageBox::Cancel ? ports::Answer::cancel : ports::Answer::ok;
 }
 
+/// Lines stay whole as far as the screen has room, and the title can be read: a box by itself
+/// breaks lines that are longer than 500 dots.
+void widen(QMessageBox& box) {
+  auto* grid = qobject_cast<QGridLayout*>(box.layout());
+  if (grid == nullptr) return;
+  constexpr int longestLine = 900, besideTitle = 160, besideText = 90;
+  const QFontMetrics metrics = box.fontMetrics();
+  const int text = metrics.size(0, box.text()).width() + besideText;
+  const int title = metrics.horizontalAdvance(box.windowTitle()) + besideTitle;
+  grid->addItem(new QSpacerItem(std::clamp(text, title, std::max(title, longestLine)), 0),
+                grid->rowCount(), 0, 1, grid->columnCount());
+}
+
+/// Of a long list a box shows the beginning, and all of it when asked.
+void setWords(QMessageBox& box, const QString& words) {
+  constexpr qsizetype mostLines = 30;
+  const QStringList lines = words.split('\n');
+  box.setText(lines.mid(0, mostLines).join('\n') + (lines.size() > mostLines ? "\n..." : ""));
+  if (lines.size() > mostLines) box.setDetailedText(words);
+}
+
 }  // namespace
 
 ports::Answer QtMessages::show(const ports::Message& message) {
@@ -69,11 +93,12 @@ ports::Answer QtMessages::show(const ports::Message& message) {
   QMessageBox box(active != nullptr ? active : owner_);
   box.setWindowTitle(qstring(message.title));
   box.setTextFormat(Qt::PlainText);  // the text is the project's too
-  box.setText(qstring(message.text).remove('\r'));
+  setWords(box, qstring(message.text).remove('\r'));
   box.setIcon(iconOf(message.icon));
   box.setStandardButtons(buttonsOf(message.buttons));
   box.setDefaultButton(buttonOf(message.defaultButton));
   box.setEscapeButton(escapeOf(message.buttons));
+  widen(box);
   if (message.beep) QApplication::beep();
   return answerOf(box.exec());
 }

@@ -15,8 +15,6 @@ class QuantityBox final : public QLineEdit {
   QuantityBox(Digits digits, std::function<bool(char key)> takes, QWidget* parent);
 
   void showCount(int count);
-  /// A box that was left empty asks for 0.
-  void settle();
 
  Q_SIGNALS:
   void wanted(int count);
@@ -27,6 +25,8 @@ class QuantityBox final : public QLineEdit {
 
  private:
   void readText(const QString& typed);
+  /// A box that was left empty asks for 0.
+  void settle();
 
   Digits digits_;
   std::function<bool(char key)> takes_;

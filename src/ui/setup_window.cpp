@@ -3,15 +3,18 @@
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
+#include <QStatusTipEvent>
 #include <QVBoxLayout>
 
-#include "control/panel_texts.h"
 #include "control/program_excerpt.h"
 #include "generator/program_writer.h"
 #include "model/renaming.h"
+#include "verify/pick_variables.h"
 
 namespace ui {
 namespace {
@@ -87,11 +90,11 @@ QWidget* SetupWindow::bottom() {
   layout->addWidget(hint_);
   auto* box = new QDialogButtonBox(row);
   namespace help = control::panel::help;
-  connect(addButton(*box, "&Help", help::extendedHelp, QDialogButtonBox::HelpRole),
+  connect(addButton(*box, "Help", help::extendedHelp, QDialogButtonBox::HelpRole),
           &QPushButton::clicked, this, [this] { ports_.desk.showHelp(info_.page); });
-  connect(addButton(*box, "Prin&t", help::printWindow, QDialogButtonBox::ActionRole),
+  connect(addButton(*box, "Print", help::printWindow, QDialogButtonBox::ActionRole),
           &QPushButton::clicked, this, [this] { ports_.desk.printWindow(*this); });
-  connect(addButton(*box, "Cancel", help::abandon, QDialogButtonBox::RejectRole),
+  connect(addButton(*box, "Cancel", info_.cancelHelp, QDialogButtonBox::RejectRole),
           &QPushButton::clicked, this, &SetupWindow::reject);
   QPushButton* done = addButton(*box, "&Done", help::done, QDialogButtonBox::AcceptRole);
   done->setDefault(true);
@@ -128,11 +131,20 @@ void SetupWindow::noteEdit(const QString& what) {
 
 void SetupWindow::refresh() {
   for (const auto& part : parts_) part();
-  for (const Form* form : forms_) {
-    if (const Field* field = form->firstComplaint()) return tell(qstring(*field->complaint()));
-  }
-  tell({});
+  tell(complaint());
   previewDelay_.start(previewDelayMs);
+}
+
+/// What is wrong; a box that was left is named.
+QString SetupWindow::complaint() const {
+  for (const Form* form : forms_) {
+    const Field* field = form->firstComplaint();
+    if (field == nullptr) continue;
+    const QString words = qstring(*field->complaint());
+    const bool here = focusWidget() == nullptr || focusWidget() == field->widget;
+    return here ? words : field->widget->accessibleName() + " " + words;
+  }
+  return {};
 }
 
 void SetupWindow::tell(const QString& words) {
@@ -170,7 +182,16 @@ void SetupWindow::showPreview() {
   }
 }
 
+/// Done by its key leaves the focus in a box or cell whose text is not settled yet.
+void SetupWindow::settleTyping() {
+  const QPointer<QWidget> focused = focusWidget();
+  if (!focused) return;
+  focused->clearFocus();
+  if (focused && focused->isVisible()) focused->setFocus();
+}
+
 void SetupWindow::accept() {
+  settleTyping();
   for (const Form* form : forms_) {
     const Field* field = form->firstComplaint();
     if (field == nullptr) continue;
@@ -187,10 +208,20 @@ void SetupWindow::handOver() {
     owner_->working_ = working_;
     return owner_->noteEdit(info_.editName);
   }
+  const model::Project before = ports_.session.project();
   // What refers to a name follows when the name changes.
-  ports_.session.edit(model::withNewNames(ports_.session.project(), std::move(working_)),
-                      utf8(info_.editName));
+  ports_.session.edit(model::withNewNames(before, std::move(working_)), utf8(info_.editName));
   working_ = ports_.session.project();
+  if (working_ != before) tellOfMissing(before);
+}
+
+/// Variables that conditions and expressions lack since this edit.
+void SetupWindow::tellOfMissing(const model::Project& before) {
+  const verify::CheckContext context{ports_.messages, ports_.errors};
+  using enum verify::PickVarsMode;
+  if (KGEN_COMMON::VerifyPickVars(working_, context, silent) >
+      KGEN_COMMON::VerifyPickVars(before, context, silent))
+    KGEN_COMMON::VerifyPickVars(working_, context, afterWindow);
 }
 
 void SetupWindow::openInner(SetupWindow* inner) {
@@ -199,9 +230,16 @@ void SetupWindow::openInner(SetupWindow* inner) {
   inner->show();
 }
 
+/// What an entry of a list says while it is chosen goes to the help line.
+bool SetupWindow::event(QEvent* event) {
+  if (event->type() != QEvent::StatusTip) return QDialog::event(event);
+  tell(static_cast<QStatusTipEvent*>(event)->tip());
+  return true;
+}
+
 bool SetupWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::FocusIn) {
-    if (auto* widget = qobject_cast<QWidget*>(watched)) hint_->setText(widget->toolTip());
+    if (qobject_cast<QWidget*>(watched) != nullptr) tell(complaint());
   }
   return QDialog::eventFilter(watched, event);
 }
@@ -211,7 +249,15 @@ void SetupWindow::keyPressEvent(QKeyEvent* event) {
   QDialog::keyPressEvent(event);
 }
 
+/// Done must be on the screen, also on a small one.
+void SetupWindow::fitScreen() {
+  constexpr QSize frame(16, 48);  // of the window system, and a rim
+  const QSize room = screen()->availableSize() - frame;
+  if (width() > room.width() || height() > room.height()) resize(size().boundedTo(room));
+}
+
 void SetupWindow::showEvent(QShowEvent* event) {
+  fitScreen();
   showPreview();
   QDialog::showEvent(event);
 }

@@ -6,6 +6,7 @@
 #include <functional>
 #include <vector>
 
+#include "control/panel_texts.h"
 #include "ui/form.h"
 #include "ui/program_view.h"
 #include "ui/sheet.h"
@@ -19,6 +20,7 @@ struct WindowInfo {
   QString title;        // of the window
   QString editName;     // "voltage blocks", for undo
   QString page = name;  // of the help
+  std::string_view cancelHelp = control::panel::help::abandon;
 };
 
 /// The frame of every setup window: it edits a copy of the project, which only Done gives back.
@@ -40,6 +42,8 @@ class SetupWindow : public QDialog {
   void accept() override;
   void undo();
   void redo();
+  /// Shows a window of this one, which then waits. Its Done is one edit here.
+  void openInner(SetupWindow* inner);
   /// What is told at the bottom of the window.
   [[nodiscard]] QString hint() const { return hint_->text(); }
 
@@ -53,8 +57,6 @@ class SetupWindow : public QDialog {
   /// After any change of the working copy; `what` is the field. Edits of one field in a row are
   /// one step of undo.
   void noteEdit(const QString& what);
-  /// Shows a window of this one, which then waits. Its Done is one edit here.
-  void openInner(SetupWindow* inner);
   void refresh();
   /// After the window turned to another part of the working copy.
   void showOther();
@@ -65,6 +67,7 @@ class SetupWindow : public QDialog {
   /// Names whose program lines are shown: "VBlk1*" also stands for longer ones.
   [[nodiscard]] virtual std::vector<std::string> previewNames() const { return {}; }
 
+  bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void showEvent(QShowEvent* event) override;
@@ -74,12 +77,16 @@ class SetupWindow : public QDialog {
 
  private:
   QWidget* bottom();
+  [[nodiscard]] QString complaint() const;
   void showPreview();
+  void fitScreen();
   void go(std::vector<model::Project>& from, std::vector<model::Project>& to);
 
   SetupWindow(const WindowPorts& ports, const model::Project& start, WindowInfo info,
               QWidget* parent);
+  void settleTyping();
   void handOver();
+  void tellOfMissing(const model::Project& before);
 
   SetupWindow* owner_ = nullptr;
   WindowInfo info_;

@@ -115,6 +115,29 @@ SheetView::SheetView(SheetModel& sheet, QWidget* parent) : QTableView(parent), s
   setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
   horizontalHeader()->setStretchLastSection(true);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+  watchWidths();
+}
+
+void SheetView::watchWidths() {
+  constexpr int lookedAt = 40;  // rows, besides those on the screen
+  horizontalHeader()->setResizeContentsPrecision(lookedAt);
+  widening_.setSingleShot(true);
+  connect(&widening_, &QTimer::timeout, this, &SheetView::widenColumns);
+  const auto later = [this] { widening_.start(0); };
+  connect(&sheet_, &QAbstractItemModel::dataChanged, this, later);
+  connect(&sheet_, &QAbstractItemModel::modelReset, this, later);
+  connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
+    if (QApplication::mouseButtons() != Qt::NoButton) ownWidths_.insert(column);
+  });
+}
+
+void SheetView::widenColumns() {
+  const int widest = fontMetrics().horizontalAdvance(QString(30, '0'));
+  for (int column = 0; column + 1 < sheet_.columnCount(); ++column) {
+    if (ownWidths_.contains(column)) continue;
+    const int wanted = std::min(sizeHintForColumn(column), widest);
+    if (wanted > columnWidth(column)) setColumnWidth(column, wanted);
+  }
 }
 
 void SheetView::copy() const {
@@ -137,6 +160,7 @@ QModelIndex SheetView::corner() const {
 }
 
 void SheetView::pasteText(const QString& text) {
+  if (pasteHandler_ && pasteHandler_(text)) return;
   QStringList lines = QString(text).remove('\r').split('\n');
   if (lines.back().isEmpty()) lines.removeLast();
   const QModelIndex from = corner();

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QSet>
 #include <QTableView>
+#include <QTimer>
 #include <functional>
 #include <vector>
 
@@ -19,6 +21,8 @@ struct SheetColumn {
   /// Texts offered while editing; others can be typed when `freeText`.
   std::function<std::vector<std::string>()> offers = {};
   bool freeText = false;
+  /// What an offer stands for.
+  std::function<std::string(std::size_t row, std::size_t offer)> offerHelp = {};
   /// The offers can be combined: the cell joins those that are chosen with "+".
   bool combined = false;
 };
@@ -67,7 +71,8 @@ class SheetModel final : public QAbstractTableModel {
 };
 
 /// A sheet on the screen: edits in place, copies and pastes tab-separated text as spreadsheets do,
-/// fills down with names that count on ("Temp1", "Temp2"), clears by Delete.
+/// fills down with names that count on ("Temp1", "Temp2"), clears by Delete. Columns become wider
+/// with what is typed.
 class SheetView final : public QTableView {
   Q_OBJECT
  public:
@@ -78,6 +83,10 @@ class SheetView final : public QTableView {
   void pasteText(const QString& text);
   void fillDown();
   void clearCells();
+  /// Sees a text before it is pasted; true when it took it.
+  void setPasteHandler(std::function<bool(const QString& text)> handler) {
+    pasteHandler_ = std::move(handler);
+  }
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -85,7 +94,12 @@ class SheetView final : public QTableView {
 
  private:
   [[nodiscard]] QModelIndex corner() const;
+  void watchWidths();
+  void widenColumns();
   SheetModel& sheet_;
+  std::function<bool(const QString& text)> pasteHandler_;
+  QTimer widening_;
+  QSet<int> ownWidths_;  // columns that a person drew to a width
 };
 
 /// The texts of a fill: the first one goes on with the number at its end counted up, or as it is.

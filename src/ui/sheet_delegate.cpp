@@ -1,8 +1,10 @@
 #include "ui/sheet_delegate.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QStatusTipEvent>
 
 #include "ui/sheet.h"
 
@@ -13,13 +15,45 @@ const SheetColumn& columnOf(const QModelIndex& index) {
   return static_cast<const SheetModel*>(index.model())->column(index.column());
 }
 
-QWidget* checkList(QWidget* parent, const SheetColumn& column) {
-  auto* list = new QListWidget(parent);
+/// A list to tick. Letters find an entry, which Enter or "+" then ticks, so that
+/// "sample+average" can simply be typed.
+class CheckList final : public QListWidget {
+ public:
+  using QListWidget::QListWidget;
+  void tickFound() {
+    if (found_ && currentItem() != nullptr) currentItem()->setCheckState(Qt::Checked);
+    found_ = false;
+  }
+
+ protected:
+  void keyboardSearch(const QString& letters) override {
+    if (letters == "+") {
+      tickFound();
+      return QListWidget::keyboardSearch({});  // the next word begins
+    }
+    QListWidget::keyboardSearch(letters);
+    found_ = letters != " ";
+  }
+
+ private:
+  bool found_ = false;
+};
+
+QWidget* checkList(QWidget* parent, const SheetColumn& column, int row) {
+  auto* list = new CheckList(parent);
   for (const std::string& offer : column.offers()) {
     auto* item = new QListWidgetItem(qstring(offer), list);
     item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
     item->setCheckState(Qt::Unchecked);
+    if (!column.offerHelp) continue;
+    const auto number = static_cast<std::size_t>(list->count() - 1);
+    item->setToolTip(qstring(column.offerHelp(static_cast<std::size_t>(row), number)));
   }
+  // The help line of the window tells of the offer, whether keys or the mouse chose it.
+  QObject::connect(list, &QListWidget::currentItemChanged, list, [list](QListWidgetItem* chosen) {
+    QStatusTipEvent tip(chosen != nullptr ? chosen->toolTip() : QString());
+    QApplication::sendEvent(list, &tip);
+  });
   return list;
 }
 
@@ -53,7 +87,7 @@ QWidget* SheetDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
   if (!column.offers)
     editor = QStyledItemDelegate::createEditor(parent, option, index);
   else
-    editor = column.combined ? checkList(parent, column) : comboBox(parent, column);
+    editor = column.combined ? checkList(parent, column, index.row()) : comboBox(parent, column);
   editor->setAccessibleName(column.title);
   editor->setAccessibleDescription(column.help);
   return editor;
@@ -71,12 +105,14 @@ void SheetDelegate::setEditorData(QWidget* editor, const QModelIndex& index) con
 
 void SheetDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
                                  const QModelIndex& index) const {
-  if (const auto* list = qobject_cast<QListWidget*>(editor))
+  if (auto* list = dynamic_cast<CheckList*>(editor)) {
+    list->tickFound();
     model->setData(index, chosenOf(*list), Qt::EditRole);
-  else if (const auto* box = qobject_cast<QComboBox*>(editor))
+  } else if (const auto* box = qobject_cast<QComboBox*>(editor)) {
     model->setData(index, box->currentText(), Qt::EditRole);
-  else
+  } else {
     QStyledItemDelegate::setModelData(editor, model, index);
+  }
 }
 
 void SheetDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,

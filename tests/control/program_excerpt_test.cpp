@@ -55,6 +55,8 @@ TEST(Excerpt, HasWholeWordsBelowTheLineThatOpensTheirBlock) {
   for (const std::vector<std::string>& names :
        std::vector<std::vector<std::string>>{{}, {""}, {"*"}, {"VBl"}, {"counts"}})
     EXPECT_EQ(excerpt(program, names), "");
+  EXPECT_EQ(excerpt("Dim B1(2)\r\nDim B1Zero(2)\r\nDim B10(2)\r\n", {"B1*"}),
+            "Dim B1(2)\r\nDim B1Zero(2)\r\n");
 }
 
 TEST(Excerpt, TakesAnyTextAsProgram) {

@@ -4,39 +4,25 @@
 
 #include <random>
 
+#include "channels/channel_csv.h"
 #include "generator/program_writer.h"
 #include "logscript/check.h"
-#include "model/block_rules.h"
-#include "model/channel_plan.h"
 #include "support/demo_project.h"
-#include "support/recorded_ports.h"
+#include "support/project_findings.h"
 #include "text/strings.h"
-#include "timing/execution_interval.h"
-#include "verify/save_checks.h"
 
 namespace control {
 namespace {
 
 using model::BlockKind;
+using support::findingsOf;
 using text::concat;
 using Texts = std::vector<std::string>;
 
-/// Titles of everything that a save would show.
-Texts findingsOf(model::Project project) {
-  support::RecordedMessages messages;
-  support::RecordedFaults faults;
-  bool doNotSave = false, needsUpgrade = false;
-  KGEN_COMMON::VerifyBeforeSave(project, {messages, faults}, doNotSave, needsUpgrade);
-  Texts found = messages.titles();
-  found.insert(found.end(), faults.sources.begin(), faults.sources.end());
-  if (doNotSave || needsUpgrade) found.emplace_back("not to be saved");
-  for (const std::string& problem : channelPlan(project).problems) found.push_back(problem);
-  if (const auto complaint = timing::complaintAboutScan(project)) found.push_back(*complaint);
-  for (const BlockKind kind : model::allBlockKinds)
-    for (std::size_t n = 1; n <= model::infoOf(kind).blockLimit; ++n)
-      if (const auto problem = firstProblemOfBlock(project, kind, n))
-        found.push_back(problem->text);
-  return found;
+Texts textsOf(const std::vector<PlanNote>& notes) {
+  Texts texts;
+  for (const PlanNote& note : notes) texts.push_back(note.text);
+  return texts;
 }
 
 ProjectPlan randomPlan(std::mt19937& random) {
@@ -47,6 +33,8 @@ ProjectPlan randomPlan(std::mt19937& random) {
   plan.cpu = static_cast<std::int16_t>(1 + below(2));
   plan.scanUnits = static_cast<std::int16_t>(below(5));
   plan.scan = below(3) == 0 ? 2.5 : 1 + below(100);
+  for (std::size_t m = 3; m < plan.modules.size(); ++m)
+    if (below(4) == 0) plan.modules[m] = static_cast<std::int16_t>(below(3));
   for (std::size_t& count : plan.channels)
     count = below(3) == 0 ? static_cast<std::size_t>(below(18)) : 0;
   for (int i = below(20); i > 0; --i) {
@@ -88,7 +76,7 @@ TEST(ProjectPlans, CountModulesAndBlocks) {
   plan.channels[static_cast<std::size_t>(BlockKind::tcmux)] = 40;
   plan.channels[static_cast<std::size_t>(BlockKind::filter)] = 7;
   const PlannedProject planned = projectFrom(plan);
-  EXPECT_EQ(planned.obstacles, Texts());
+  EXPECT_EQ(textsOf(planned.obstacles), Texts());
   const model::LoggerConfiguration& configuration = planned.project.configuration;
   EXPECT_TRUE(isK700X(configuration));
   EXPECT_EQ(configuration.TCMUXQty, 3);
@@ -96,14 +84,15 @@ TEST(ProjectPlans, CountModulesAndBlocks) {
   EXPECT_EQ(configuration.quantity(model::ModuleKindIndex::excitation7131), 2);
   EXPECT_EQ(configuration.quantity(model::ModuleKindIndex::filter7125), 2);
   EXPECT_EQ(planned.project.block(BlockKind::filter, 2).Reps, 1);
-  EXPECT_EQ(planned.remarks, Texts{"the CPU is the 7104, which isolated and TCMUX channels need"});
+  EXPECT_EQ(textsOf(planned.remarks),
+            Texts{"the CPU is the 7104, which isolated and TCMUX channels need"});
 
   plan.channels[static_cast<std::size_t>(BlockKind::isolated)] = 50;
   plan.tables.resize(9);
-  EXPECT_EQ(projectFrom(plan).obstacles,
+  EXPECT_EQ(textsOf(projectFrom(plan).obstacles),
             (Texts{"9 tables are more than the 8 of a logger; leave some out",
                    "50 isolated channels are more than 7 blocks hold; leave 8 out",
-                   "the channels need 14 modules, and a logger has room for 12; leave some out"}));
+                   "the logger needs 14 modules, and a logger has room for 12; leave some out"}));
 }
 
 TEST(ProjectPlans, TakeTheListOfChannels) {
@@ -132,7 +121,7 @@ TEST(ProjectPlans, TakeTheListOfChannels) {
   plan.channels[static_cast<std::size_t>(BlockKind::voltage)] = 2;  // the list has more
   plan.tables = {{"Fast", "10", 2, 8 + 2}};
   const PlannedProject planned = projectFrom(plan);
-  EXPECT_EQ(planned.remarks, Texts());
+  EXPECT_EQ(textsOf(planned.remarks), Texts());
   const model::MeasurementBlock& voltages = planned.project.block(BlockKind::voltage, 1);
   ASSERT_EQ(voltages.elements.size(), 3U);
   EXPECT_EQ(voltages.Units, "bar");
@@ -156,7 +145,7 @@ TEST(ProjectPlans, LengthenIntervalsThatDoNotFit) {
   plan.channels[static_cast<std::size_t>(BlockKind::thermocouple)] = 28;
   plan.tables = {{"", "12", 1, 1}, {"", "1", 3, 1}};
   const PlannedProject planned = projectFrom(plan);
-  EXPECT_EQ(planned.remarks,
+  EXPECT_EQ(textsOf(planned.remarks),
             (Texts{"the scan interval is 5 mSec, which the measurements need",
                    "the interval of table 1 is 15 mSec, a multiple of the scan interval"}));
   EXPECT_EQ(planned.project.tables[0].OutInt, "15");
@@ -172,6 +161,50 @@ TEST(ProjectPlans, LengthenIntervalsThatDoNotFit) {
   const PlannedProject slow = projectFrom(plan);
   EXPECT_FALSE(slow.project.configuration.monitors(model::PowerOption::batterySaver));
   EXPECT_EQ(findingsOf(slow.project), Texts());
+}
+
+TEST(ProjectPlans, TakeTheChannelTableOfAnotherProject) {
+  const model::Project before = support::demoProject();
+  const auto list = channels::plannedChannelsFrom(channels::csvText(before));
+  EXPECT_TRUE(list.faults.empty());
+  std::size_t count = 0;
+  for (const BlockKind kind : model::allBlockKinds)
+    for (std::size_t n = 1; n <= blockCount(before, kind); ++n)
+      count += before.block(kind, n).elements.size();
+  EXPECT_EQ(list.channels.size(), count);
+
+  ProjectPlan plan;
+  plan.list = channels::plannedChannelsFrom(
+                  "element,kind,alias,multiplier,own scaling,table2,colour\n"
+                  "1,voltage,\"Inlet\",2,yes,sample+level crossing,red\n"
+                  "2,voltage,Outlet,3,no,,\n")
+                  .channels;
+  plan.tables = {{}, {"Slow", "1", 4, 8}};
+  const PlannedProject planned = projectFrom(plan);
+  const auto& elements = planned.project.block(BlockKind::voltage, 1).elements;
+  ASSERT_EQ(elements.size(), 2U);
+  EXPECT_EQ(elements[0].AliasMult, 2);
+  EXPECT_EQ(elements[1].AliasMult, 2);  // as the block, which is like its first channel
+  EXPECT_EQ(elements[0].Table[0], 8);
+  EXPECT_EQ(elements[0].Table[1], 1);
+  EXPECT_EQ(elements[1].Table[1], 0);
+  EXPECT_EQ(planned.remarks,
+            (std::vector<PlanNote>{
+                {PlanStep::list,
+                 "level crossings are left out: their levels are set up with the block"}}));
+}
+
+TEST(ProjectPlans, KeepModulesThatAreThere) {
+  ProjectPlan plan;
+  plan.modules[static_cast<std::size_t>(model::ModuleKindIndex::analog7121)] = 1;
+  plan.modules[static_cast<std::size_t>(model::ModuleKindIndex::isolation7128)] = 2;
+  plan.channels[static_cast<std::size_t>(BlockKind::voltage)] = 20;
+  const PlannedProject planned = projectFrom(plan);
+  EXPECT_EQ(planned.project.configuration.quantity(model::ModuleKindIndex::analog7121), 2);
+  EXPECT_EQ(planned.project.configuration.quantity(model::ModuleKindIndex::isolation7128), 2);
+  EXPECT_EQ(textsOf(planned.remarks),
+            (Texts{"the CPU is the 7104, which isolated and TCMUX channels need",
+                   "the channels need 2 modules 7121/22 in place of 1"}));
 }
 
 }  // namespace

@@ -89,13 +89,24 @@ TEST(MainWindow, OffersTheWorkOfACrash) {
   EXPECT_TRUE(bench.window->isWindowModified());
 }
 
-TEST(MainWindow, LeavesTheWorkOfAWindowThatIsStillOpen) {
+TEST(MainWindow, HasAWorkingCopyOfItsOwnBesideOtherWindows) {
   DesktopBench bench;
   bench.window->begin({});
   bench.setOperator("First Window");
-  desktop::MainWindow second(*bench.settings, &bench.sessionPorts);
-  second.begin({});
+  {
+    desktop::MainWindow second(*bench.settings, &bench.sessionPorts);
+    second.begin({});
+    model::Project next = second.control().session().project();
+    next.configuration.Operator = "Second Window";
+    second.control().session().edit(std::move(next), "operator and ID");
+  }  // as a crash ends it
   EXPECT_EQ(bench.messages.titles(), Titles{});
+  desktop::MainWindow third(*bench.settings, &bench.sessionPorts);
+  third.begin({bench.copyExample("vibration")});
+  EXPECT_EQ(bench.messages.titles(), (Titles{"WORKING COPY FOUND", "ONE PROJECT AT A TIME"}));
+  EXPECT_EQ(third.control().session().project().configuration.Operator, "Second Window");
+  third.control().session().CloseSession();
+  EXPECT_TRUE(QFile::exists(bench.at("work/EditTemp.GN7")));
 }
 
 TEST(MainWindow, AsksBeforeItClosesAndRemembersItsPlace) {

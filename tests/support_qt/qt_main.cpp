@@ -1,11 +1,26 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QTemporaryFile>
+
+namespace {
+
+/// A screen that nobody sees, as large as people have them.
+void useHiddenScreen(QTemporaryFile& settings) {
+  settings.open();
+  settings.write(R"({"screens": [{"name": "hidden", "x": 0, "y": 0, "width": 1680, "height": 1050,
+    "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+  settings.flush();
+  qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + settings.fileName().toLocal8Bit());
+}
+
+}  // namespace
 
 /// Tests of windows run without a screen unless the environment names one.
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QTemporaryFile screen;
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) useHiddenScreen(screen);
   QApplication application(argc, argv);
   QApplication::setStyle("Fusion");
   return RUN_ALL_TESTS();

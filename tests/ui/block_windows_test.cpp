@@ -75,6 +75,7 @@ TEST_P(BlockWindows, BuildABlockThatTheProgramMeasures) {
   const std::string program = SAVEDLD::generate(bench.project(), {}).text;
   const std::string array = model::arrayName(bench.project(), GetParam().kind, 1);
   EXPECT_NE(program.find("Alias " + array + "(2) = Rear"), std::string::npos);
+  EXPECT_EQ(support::faultsOf(bench.project()), "");
 }
 
 TEST_P(BlockWindows, AskForTheModuleThatIsMissing) {
@@ -110,7 +111,8 @@ class OneKind : public testing::Test {
     box.setCurrentIndex(box.findText(text));
     Q_EMIT box.activated(box.currentIndex());
   }
-  ControlBench bench;
+  ports::Answer answer = ports::Answer::yes;
+  ControlBench bench{[this](const ports::Message&) { return answer; }};
 };
 
 TEST_F(OneKind, TemperatureScaleSetsTheScaling) {
@@ -187,7 +189,35 @@ TEST_F(OneKind, ChangedDefaultsAskAboutChannelsOfTheirOwn) {
   auto& window = bench.open(4);
   support::type(controlOf<ui::NumberBox>(window, "Multiplier:"), "2");
   window.accept();
-  EXPECT_EQ(bench.messages.shown.size(), 1U);
+  EXPECT_EQ(bench.messages.shown.back(),
+            (ports::Message{.title = "DEFAULT SCALING CHANGED",
+                            .text = "Individual multipliers and offsets are not all the same as "
+                                    "the defaults.\r\n\r\nWOULD YOU LIKE TO EXAMINE SCALARS NOW?",
+                            .icon = ports::Icon::question,
+                            .buttons = ports::Buttons::yesNo,
+                            .defaultButton = ports::Answer::yes}));
+  EXPECT_TRUE(window.isVisible());  // Yes, at the channels
+  EXPECT_TRUE(controlOf<ui::SheetView>(window, "channels").hasFocus());
+  answer = ports::Answer::no;
+  window.accept();
+  EXPECT_FALSE(window.isVisible());
+  EXPECT_EQ(bench.project().block(BlockKind::voltage, 1).DefaultMult, 2);
+}
+
+/// The table that another program wrote goes to every channel that it names.
+TEST_F(OneKind, TakeAChannelTable) {
+  ui::BlockWindow& window = open(4);
+  const model::Project before = window.working();
+  auto& channels = controlOf<ui::SheetView>(window, "channels");
+  channels.pasteText("kind,block,element,alias\nvoltage,1,1,Here\nthermocouple,1,1,\"There\"\n");
+  EXPECT_EQ(window.working().block(BlockKind::voltage, 1).elements[0].AliasName, "Here");
+  EXPECT_EQ(window.working().block(BlockKind::thermocouple, 1).elements[0].AliasName, "There");
+  window.undo();
+  EXPECT_EQ(window.working(), before);
+  channels.pasteText("kind\tblock\telement\talias\nvoltage\t1\t999\tHere\n");
+  EXPECT_EQ(window.working(), before);
+  EXPECT_TRUE(window.hint().startsWith("Nothing was pasted. Line 2: "))
+      << window.hint().toStdString();
 }
 
 }  // namespace

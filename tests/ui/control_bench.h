@@ -5,10 +5,14 @@
 #include <filesystem>
 #include <memory>
 
+#include "generator/program_writer.h"
+#include "logscript/check.h"
 #include "support/examples.h"
 #include "support/fake_session_ports.h"
+#include "text/strings.h"
 #include "ui/kgen_ctl.h"
 #include "ui/setup_window.h"
+#include "ui/sheet.h"
 
 namespace support {
 
@@ -76,6 +80,22 @@ inline void type(QWidget& box, const QString& text) {
   QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
   QTest::keyClicks(&box, text);
   QTest::keyClick(&box, Qt::Key_Tab);
+}
+
+/// Pastes tab-separated text into a sheet.
+inline void pasteAt(QWidget& window, const char* sheet, int row, int column, const QString& text) {
+  auto& view = controlOf<ui::SheetView>(window, sheet);
+  view.setCurrentIndex(view.model()->index(row, column));
+  view.pasteText(text);
+}
+
+/// What the compiler of the logger would say against the program of a project; "" for nothing.
+inline std::string faultsOf(const model::Project& project) {
+  std::string faults;
+  for (const logscript::Finding& finding : logscript::check(SAVEDLD::generate(project, {}).text))
+    if (infoOf(finding.code).severity == logscript::Severity::error)
+      faults += text::concat(finding.line, ": ", finding.text, "\n");
+  return faults;
 }
 
 /// A picture of a window in the folder of screenshots.

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QListWidget>
 
 #include "control_bench.h"
 #include "ui/frm_volt_setup.h"
@@ -59,6 +60,50 @@ TEST_F(VoltageWindow, RefusesWhatIsTypedWrongAndStaysOpen) {
   window->accept();
   EXPECT_FALSE(window->isVisible());
   EXPECT_EQ(bench.project().block(BlockKind::voltage, 1).SettleTime, 50);
+}
+
+/// The key of Done leaves the focus where it is, unlike the mouse.
+TEST_F(VoltageWindow, SettlesWhatIsStillTypedWhenDone) {
+  auto& time = controlOf<ui::NumberBox>(*window, "Integration time:");
+  time.setFocus();
+  QTest::keyClick(&time, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClicks(&time, "127");
+  EXPECT_EQ(block().Integration, 127);
+  channels().setFocus();
+  channels().setCurrentIndex(channels().model()->index(0, 1));
+  QTest::keyClicks(&channels(), "I");
+  QTest::keyClicks(QApplication::focusWidget(), "nlet");
+  window->accept();
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(bench.project().block(BlockKind::voltage, 1).Integration, 120);
+  EXPECT_EQ(bench.project().block(BlockKind::voltage, 1).elements[0].AliasName, "Inlet");
+}
+
+TEST_F(VoltageWindow, StepsTimesAndScalingsByTheirOwnRules) {
+  const auto stepped = [this](const char* caption, const char* from, int steps) {
+    auto& box = controlOf<ui::NumberBox>(*window, caption);
+    support::type(box, from);
+    box.stepBy(steps);
+    return box.text().toStdString();
+  };
+  EXPECT_EQ(stepped("Settling time:", "127", 1), "130");
+  EXPECT_EQ(stepped("Settling time:", "5", -1), "0");
+  EXPECT_EQ(stepped("Integration time:", "40", 2), "60");
+  EXPECT_EQ(stepped("Multiplier:", "0.05", 1), "0.051");
+}
+
+TEST_F(VoltageWindow, TellsWhatAProcessingStores) {
+  constexpr int firstTable = 6;
+  channels().setCurrentIndex(channels().model()->index(0, firstTable));
+  channels().edit(channels().currentIndex());
+  auto* list = channels().findChild<QListWidget*>();
+  ASSERT_NE(list, nullptr);
+  list->setCurrentRow(1);
+  const QString help = "The largest value scanned will be stored each time table " +
+                       QString::fromStdString(window->working().tables[0].TableName) +
+                       " outputs a record.";
+  EXPECT_EQ(list->item(1)->toolTip(), help);
+  EXPECT_EQ(window->hint(), help);
 }
 
 TEST_F(VoltageWindow, UndoesEditsFieldByField) {

@@ -108,8 +108,13 @@ TEST_F(ScanInterval, PlansIsolatedBlocksAnew) {
   enter("Interval:", "30");
   choose("Unit:", "Min");
   window->accept();
-  const Strings titles = bench.messages.titles();
-  EXPECT_NE(std::find(titles.begin(), titles.end(), "Subscan Interval Too Long"), titles.end());
+  const Message limit = {
+      .title = "Subscan Interval Too Long",
+      .text =
+          "The Isolated subscan interval (M7128) cannot be longer than 30 minutes.\r\n"
+          "The number of main scans per subscan will be reset.\r\n\r\n"
+          "The largest value for this setting using the current\r\nscan rate is 1."};
+  EXPECT_EQ(std::count(bench.messages.shown.begin(), bench.messages.shown.end(), limit), 1);
   EXPECT_EQ(bench.project().isolated.ScansPerSubScan, 1);
 }
 

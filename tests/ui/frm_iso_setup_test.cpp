@@ -68,6 +68,39 @@ TEST_F(IsolatedWindow, ShowsThePlanWhileTyping) {
   EXPECT_TRUE(bench.messages.shown.empty());
 }
 
+TEST_F(IsolatedWindow, TellsOfEachTimingProblemWhenDone) {
+  const struct {
+    double scan;
+    const char* order;  // forced, or nothing
+    std::string problem;
+  } cases[] = {{1'000, "",
+                "--Scan Interval Too Small--\r\nThe current scan interval of 1000 usec\r\n"
+                "does not allow for any measurement time. \r\n"},
+               {1'420, "",
+                "--Scan Interval Too Small--\r\n"
+                "The current scan interval of 1420 usec allows only 100 usec\r\n"},
+               {1'620, "4",
+                "--Not Enough Filter Coefficients--\r\n"
+                "In order to allow the minimum filter coefficients of 5,\r\n"}};
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.problem);
+    open(each.scan);
+    choose(*each.order == 0 ? "Time below" : "Force order");
+    *each.order == 0 ? enter("Integration time:", "192") : enter("Forced order:", each.order);
+    bench.messages.shown.clear();
+    window->accept();
+    EXPECT_FALSE(window->isVisible());
+    ASSERT_EQ(bench.messages.shown.size(), 1U);
+    const ports::Message& told = bench.messages.shown.front();
+    EXPECT_EQ(told,
+              (ports::Message{.title = "7128 Isolated Module Timing Problem", .text = told.text}));
+    EXPECT_TRUE(told.text.starts_with("Please resolve the following timing problem :\r\n\r\n" +
+                                      each.problem))
+        << told.text;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+}
+
 TEST_F(IsolatedWindow, TellsOfATimeThatDoesNotFit) {
   open(10'000);
   enter("Integration time:", "20000");
@@ -85,10 +118,13 @@ TEST_F(IsolatedWindow, KeepsTheSubscanWithin30Minutes) {
   open(1'000'000);
   enter("Main scans each subscan:", "2000");
   EXPECT_EQ(shared().ScansPerSubScan, 1800);
-  ASSERT_FALSE(bench.messages.shown.empty());
-  EXPECT_EQ(bench.messages.shown.back().title, "Subscan Interval Too Long");
-  EXPECT_TRUE(bench.messages.shown.back().text.starts_with(
-      "The generated subscan interval cannot be longer than 30 minutes.\r\n"));
+  EXPECT_EQ(bench.messages.shown,
+            std::vector{(ports::Message{
+                .title = "Subscan Interval Too Long",
+                .text = "The generated subscan interval cannot be longer than 30 minutes.\r\n"
+                        "The number of main scans per subscan will be reset.\r\n\r\n"
+                        "The largest value for this setting using the current\r\n"
+                        "scan rate is 1800."})});
 }
 
 }  // namespace

@@ -47,6 +47,20 @@ TEST(KGenCtl, TellsItsHostOfOpenedProjectsAndProgramsToSend) {
   EXPECT_TRUE(QFile::exists(download[0][0].toString()));
 }
 
+/// Before anybody can listen, and each line once.
+TEST(KGenCtl, TellsItsHostWhatIsNotedWhileItIsMade) {
+  ControlBench bench;
+  bench.settings.values["kgen/Settings/DefaultNumFlags"] = "999";
+  KGenCtl control({bench.messages, bench.files, bench.clock, bench.settings, bench.machine,
+                   bench.processes, bench.host},
+                  nullptr);
+  QSignalSpy notes(&control, &KGenCtl::Note);
+  EXPECT_EQ(notes.size(), 0);
+  QCoreApplication::processEvents();
+  ASSERT_EQ(notes.size(), 1);
+  EXPECT_TRUE(notes[0][0].toString().contains("DefaultNumFlags"));
+}
+
 TEST(KGenCtl, HandsProgramsToTheRealTimeHost) {
   ControlBench bench;
   QString handed;

@@ -4,7 +4,7 @@
 
 #include "control_bench.h"
 #include "support_qt/palettes.h"
-#include "support_qt/silent_controls.h"
+#include "support_qt/usable_by_all.h"
 #include "ui/frm_print.h"
 
 namespace {
@@ -73,8 +73,10 @@ TEST_F(PrintWindow, IsPicturedInLightAndDark) {
     const auto window = open();
     window->choose(ui::frmPrint::wiringItem);
     window->show();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     support::keepPicture(*window, dark ? "frmPrint_dark" : "frmPrint_light");
-    EXPECT_EQ(support::silentControls(*window), std::set<QString>());
+    support::expectUsableByAll(*window);
     QApplication::setPalette(usual);
   }
 }

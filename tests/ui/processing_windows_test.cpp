@@ -6,6 +6,7 @@
 
 #include "control_bench.h"
 #include "ui/block_window.h"
+#include "ui/frm_config.h"
 #include "ui/frm_histogram.h"
 #include "ui/frm_level_cross.h"
 #include "ui/frm_rainflow.h"
@@ -36,10 +37,22 @@ class Processings : public testing::Test {
   }
   template <class Window>
   void open(const char* button) {
-    controlOf<QPushButton>(*owner, button).click();
-    window = owner->findChild<Window*>();
-    ASSERT_NE(window, nullptr);
+    openIn<Window>(*owner, button);
     support::keepPicture(*window, window->objectName());
+  }
+  /// By the first button of the name that is on the screen.
+  template <class Window>
+  void openIn(QWidget& opener, const char* name) {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    for (auto* button : opener.findChildren<QPushButton*>(name))
+      if (button->isVisible()) {
+        button->click();
+        break;
+      }
+    window = opener.findChild<Window*>();
+    if (window == nullptr) throw std::runtime_error("the window did not open");
+    window->activateWindow();
+    if (!QTest::qWaitForWindowActive(window)) throw std::runtime_error("window stays inactive");
   }
   void enter(const char* caption, const QString& text) {
     support::type(controlOf<ui::NumberBox>(*window, caption), text);
@@ -120,6 +133,49 @@ TEST_F(Processings, AreOfferedWhereTheyAreStored) {
   EXPECT_TRUE(controlOf<QPushButton>(*owner, "Histogram...").isVisible());
   owner->chooseBlock(7);
   EXPECT_FALSE(controlOf<QPushButton>(*owner, "Histogram...").isVisible());
+}
+
+/// The battery, reference temperatures and blocks have theirs where the file keeps them.
+TEST_F(Processings, AreThereForTheBatteryAndReferences) {
+  owner->reject();
+  model::Project project = bench.project();
+  project.powerOut.sets[0].Table[0] = 0x60;
+  project.tcmuxReference.Table[0] = 0x20;
+  project.isoReference.Table[0] = 0x40;
+  bench.control->session().edit(std::move(project), "test");
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+  auto& hardware = bench.open<ui::frmConfig>(0);
+  hardware.openPanel(0);
+  auto* battery = hardware.findChild<ui::SetupWindow*>();
+  ASSERT_NE(battery, nullptr);
+  openIn<ui::frmHistogram>(*battery, "Histogram...");
+  enter("Bins:", "20");
+  EXPECT_EQ(shown("Values:"), "20 of each channel");
+  window->accept();
+  openIn<ui::frmRainflow>(*battery, "Rainflow...");
+  enter("Mean bins:", "3");
+  window->accept();
+  battery->accept();
+  hardware.accept();
+  EXPECT_EQ(bench.project().powerOut.HistogramCode[0], "20,0,100,0");
+  EXPECT_EQ(bench.project().powerOut.RainHistoCode[0], "3,10,0,100,1,0");
+
+  auto& multiplexers = bench.open(10);
+  openIn<ui::frmHistogram>(multiplexers, "Histogram...");
+  enter("High limit:", "50");
+  window->accept();
+  multiplexers.accept();
+  EXPECT_EQ(bench.project().tcmuxReference.HistogramCode[0], "10,0,50,0");
+  auto& isolated = bench.open(6);
+  openIn<ui::frmRainflow>(isolated, "Rainflow...");
+  enter("High limit:", "50");
+  window->accept();
+  isolated.accept();
+  EXPECT_EQ(bench.project().isoReference.RainCode[0], "10,10,0,50,1,0");
+  const std::string program = SAVEDLD::generate(bench.project(), {}).text;
+  EXPECT_NE(program.find("Histogram(BattVolt,"), std::string::npos);
+  EXPECT_EQ(support::faultsOf(bench.project()), "");
 }
 
 }  // namespace
