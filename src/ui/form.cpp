@@ -284,7 +284,7 @@ Field& Form::button(const FieldText& text, std::function<void()> pressed) {
 Field& Form::custom(const FieldText& text, QWidget* widget) { return add(text, widget); }
 
 void Form::lead(Field& field, QWidget* widget) {
-  grid_->replaceWidget(field.label, widget);
+  delete grid_->replaceWidget(field.label, widget);
   delete field.label;
   field.label = nullptr;
 }
@@ -319,6 +319,7 @@ void Form::forgetRefused() {
 
 void Form::disarm() {
   for (const auto& field : fields_) disconnect(field->widget, nullptr, this, nullptr);
+  qDeleteAll(findChildren<TypingRule*>());
   for (Form* each : groups_) each->disarm();
 }
 
