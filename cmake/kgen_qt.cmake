@@ -10,11 +10,20 @@ function(kgen_qt_library name)
   # "slots" and "signals" are words of loggers and buses here.
   target_compile_definitions(kgen_${name} PUBLIC QT_NO_KEYWORDS)
   kgen_precompile(kgen_${name})
+  kgen_unite(kgen_${name})
 endfunction()
 
 # Qt's headers take longer than what is written with them. A compiler cache does the same better.
 function(kgen_precompile target)
   if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
     target_precompile_headers(${target} PRIVATE <QtWidgets>)
+  endif()
+endfunction()
+
+# Sanitizers make code slow to compile: there the files of a target go through the compiler by the
+# dozen. All other builds compile each on its own and find a header that is missing.
+function(kgen_unite target)
+  if(KGEN_SANITIZE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 12)
   endif()
 endfunction()

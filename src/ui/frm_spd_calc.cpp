@@ -8,15 +8,13 @@
 
 namespace ui {
 
-namespace help = calculators::help;
-
 frmSpdCalc::frmSpdCalc(SetupWindow& owner, const ScaledBlock& target)
     : SpeedWindowOf(owner, target, "frmSpdCalc", calculators::title::speed) {
   build();
 }
 
 void frmSpdCalc::addInputs(Form& form) {
-  addNumber(form, {"Pulses per &revolution:", help::pulsesPerShaftTurn},
+  addNumber(form, {"Pulses per &revolution:", calculators::help::pulsesPerShaftTurn},
             [this]() -> std::string& { return speed().RevSpeed; });
   addGears(form);
   addWheel(form);
@@ -24,10 +22,10 @@ void frmSpdCalc::addInputs(Form& form) {
 }
 
 void frmSpdCalc::addWheel(Form& form) {
-  addNumber(form, {"&Wheel size:", help::wheelSize},
+  addNumber(form, {"&Wheel size:", calculators::help::wheelSize},
             [this]() -> std::string& { return speed().WheelSize; });
   addOptions(
-      form, {"&Size is:", help::wheelSize},
+      form, {"&Size is:", calculators::help::wheelSize},
       {{"Circumference", ""}, {"Diameter", ""}, {"Radius", ""}},
       [this] { return static_cast<int>(speed().SizeOption); },
       [this](int index) { speed().SizeOption = static_cast<std::int16_t>(index); });
@@ -39,7 +37,7 @@ void frmSpdCalc::addWheel(Form& form) {
 
 void frmSpdCalc::addGears(Form& form) {
   SheetColumn turns{
-      "Turns", qstring(help::gearTurns),
+      "Turns", qstring(calculators::help::gearTurns),
       [this](std::size_t row) {
         const auto& ratios = speed().GearRatio;
         return row < ratios.size() ? ratios[row] : std::string();
@@ -50,7 +48,7 @@ void frmSpdCalc::addGears(Form& form) {
   view->horizontalHeader()->setStretchLastSection(true);
   view->setMaximumHeight(4 * view->verticalHeader()->defaultSectionSize() +
                          view->horizontalHeader()->sizeHint().height());
-  form.custom({"&Gear boxes:", help::gearTurns}, view);
+  form.custom({"&Gear boxes:", calculators::help::gearTurns}, view);
   add(gears_);
 }
 
