@@ -20,7 +20,7 @@ class frmNewProject;
 /// summary of the open project, to be embedded by a host program. Properties, methods and signals
 /// are the whole interface; everything runs on the thread of the user interface. What goes wrong is
 /// shown in a box, nothing throws.
-class KGenCtl : public QWidget {
+class Q_DECL_EXPORT KGenCtl : public QWidget {
   Q_OBJECT
   Q_PROPERTY(QString AppPath READ AppPath WRITE setAppPath)
   Q_PROPERTY(QString TVNItemNumber READ TVNItemNumber)
