@@ -1,10 +1,10 @@
 #include "desktop/document_page.h"
 
 #include <QFontDatabase>
-#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "ui/form.h"
+#include "ui/shown_text.h"
 
 namespace desktop {
 
@@ -46,13 +46,14 @@ DocumentPage* plainTextPage(const QString& name, const QString& help, QWidget* p
   box->setReadOnly(true);
   box->setLineWrapMode(QPlainTextEdit::NoWrap);
   box->setTabChangesFocus(true);
+  box->setUndoRedoEnabled(false);
   box->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   ui::describe(*box, name, help);
-  const auto show = [box](const std::string& text) {
-    const int place = box->verticalScrollBar()->value();
-    box->setPlainText(ui::qstring(text).remove('\r'));
-    box->verticalScrollBar()->setValue(place);
+  const auto show = [box, shown = QString()](const std::string& text) mutable {
+    const QString next = ui::qstring(text).remove('\r');
+    ui::showText(*box, shown, next);
+    shown = next;
   };
   return new DocumentPage(box, show, parent);
 }

@@ -33,7 +33,12 @@ Reviewer::Reviewer(std::function<ReviewRequest()> request, QObject* parent)
 
 Reviewer::~Reviewer() { pool_.waitForDone(); }
 
-void Reviewer::renew() { delay_.start(delayMs); }
+/// At once when there was no change for a while. Changes in a row have one review after the last.
+void Reviewer::renew() {
+  const bool inARow = sinceChange_.isValid() && sinceChange_.elapsed() < delayMs;
+  sinceChange_.start();
+  delay_.start(inARow ? delayMs : 0);
+}
 
 /// One at a time: changes that come meanwhile have the next one.
 void Reviewer::begin() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QThreadPool>
 #include <QTimer>
@@ -10,8 +11,7 @@
 
 namespace desktop {
 
-/// Makes reviews of a project that changes, a short while after the last change and beside the
-/// window, which never waits for one.
+/// Makes reviews of a project that changes, beside the window, which never waits for one.
 class Reviewer final : public QObject {
   Q_OBJECT
  public:
@@ -32,6 +32,7 @@ class Reviewer final : public QObject {
   std::function<ReviewRequest()> request_;
   QThreadPool pool_;
   QTimer delay_;
+  QElapsedTimer sinceChange_;
   bool running_ = false;
   bool outdated_ = false;  // changed while the running review was made
 };

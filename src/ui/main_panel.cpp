@@ -6,17 +6,14 @@
 #include <QIcon>
 #include <QLabel>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QSyntaxHighlighter>
+#include <utility>
 
 #include "ui/form.h"
+#include "ui/shown_text.h"
 #include "ui/texts.h"
 
 namespace ui {
-namespace {
-
-namespace panel = control::panel;
-constexpr int iconSize = 24;
 
 /// Makes the heads of groups in the summary stand out.
 class SummaryHeads final : public QSyntaxHighlighter {
@@ -24,16 +21,25 @@ class SummaryHeads final : public QSyntaxHighlighter {
   SummaryHeads(QTextDocument* document, const control::Session& session, const QWidget& palette)
       : QSyntaxHighlighter(document), session_(session), palette_(palette) {}
 
+  /// All heads anew when the user chose another look.
+  void refresh() {
+    const QTextCharFormat chosen = chosenFormat();
+    if (chosen != std::exchange(format_, chosen)) rehighlight();
+  }
+
  protected:
   void highlightBlock(const QString& line) override {
-    if (!line.contains("(uSec)") && !line.contains("Output Interval =")) return;
-    QTextCharFormat format;
-    if (!session_.SoftTextHighlight) format.setFontWeight(QFont::Bold);
-    format.setForeground(colour());
-    setFormat(0, static_cast<int>(line.size()), format);
+    if (line.contains("(uSec)") || line.contains("Output Interval ="))
+      setFormat(0, static_cast<int>(line.size()), format_);
   }
 
  private:
+  [[nodiscard]] QTextCharFormat chosenFormat() const {
+    QTextCharFormat format;
+    if (!session_.SoftTextHighlight) format.setFontWeight(QFont::Bold);
+    format.setForeground(colour());
+    return format;
+  }
   [[nodiscard]] QColor colour() const {
     const control::SelectedColors& colors = session_.GetSelectedColors();
     if (colors.SummaryHighlight != control::SelectedColors{}.SummaryHighlight)
@@ -42,7 +48,13 @@ class SummaryHeads final : public QSyntaxHighlighter {
   }
   const control::Session& session_;
   const QWidget& palette_;
+  QTextCharFormat format_;
 };
+
+namespace {
+
+namespace panel = control::panel;
+constexpr int iconSize = 24;
 
 /// Colours that the user chose; those that nobody changed follow the system's, light or dark.
 void colour(QWidget& widget, QPalette::ColorRole role, const std::string& chosen,
@@ -131,12 +143,13 @@ QWidget* MainPanel::summaryColumn() {
   layout->addLayout(row);
   summary_ = new QPlainTextEdit(this);
   summary_->setReadOnly(true);
+  summary_->setUndoRedoEnabled(false);
   summary_->setLineWrapMode(QPlainTextEdit::NoWrap);
   summary_->setTabChangesFocus(true);
   summary_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   summary_->setMinimumWidth(summary_->fontMetrics().horizontalAdvance(QString(64, '0')) + 30);
   describe(*summary_, "Summary", qstring(panel::help::summary));
-  new SummaryHeads(summary_->document(), session_, *summary_);
+  heads_ = new SummaryHeads(summary_->document(), session_, *summary_);
   layout->addWidget(summary_, 1);
   layout->addWidget(bottomRow());
   return column;
@@ -164,12 +177,9 @@ void MainPanel::refresh() {
   const model::LoggerConfiguration& configuration = session_.project().configuration;
   operator_->setText(qstring(configuration.Operator));
   id_->setText(qstring(configuration.IDNumber));
+  heads_->refresh();
   const QString text = qstring(session_.summary());
-  if (text != summary_->toPlainText()) {
-    const int place = summary_->verticalScrollBar()->value();
-    summary_->setPlainText(text);
-    summary_->verticalScrollBar()->setValue(place);
-  }
+  if (text != shownSummary_) showText(*summary_, std::exchange(shownSummary_, text), text);
   buttons_[panel::saveAndSendButton]->setVisible(session_.sendButtonShown());
   quit_->setVisible(session_.quitButtonShown());
   showColours();

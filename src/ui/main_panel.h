@@ -11,6 +11,8 @@
 
 namespace ui {
 
+class SummaryHeads;
+
 /// The face of the control: buttons, operator and ID, summary.
 class MainPanel final : public QWidget {
   Q_OBJECT
@@ -40,6 +42,8 @@ class MainPanel final : public QWidget {
   QLineEdit* operator_ = nullptr;
   QLineEdit* id_ = nullptr;
   QPlainTextEdit* summary_ = nullptr;
+  QString shownSummary_;
+  SummaryHeads* heads_ = nullptr;
   QWidget* quit_ = nullptr;
 };
 

@@ -2,10 +2,10 @@
 
 #include <QFontDatabase>
 #include <QPainter>
-#include <QScrollBar>
 #include <QTextBlock>
 
 #include "logscript/lexer.h"
+#include "ui/shown_text.h"
 
 namespace ui {
 namespace {
@@ -72,7 +72,8 @@ void ProgramColours::highlightBlock(const QString& line) {
   // One sign of the line is one byte here, so that places in both agree.
   const QByteArray bytes = line.toLatin1();
   const std::string_view text(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-  logscript::Names names;
+  static const logscript::Names vocabulary;
+  logscript::Names names = vocabulary;
   std::vector<std::uint32_t> lineStarts;
   logscript::Lexer lexer(text, names, lineStarts);
   std::uint32_t end = 0;
@@ -96,21 +97,15 @@ ProgramView::ProgramView(QWidget* parent) : QPlainTextEdit(parent), numbers_(nul
   setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   setTabChangesFocus(true);
+  setUndoRedoEnabled(false);
   new ProgramColours(document(), *this);
 }
 
 void ProgramView::setProgram(std::string_view program) {
   const QString text = qstring(program).remove('\r');
   if (text == shown_) return;
+  showText(*this, shown_, text);
   shown_ = text;
-  const int position = textCursor().position();
-  const int top = verticalScrollBar()->value(), left = horizontalScrollBar()->value();
-  setPlainText(text);
-  QTextCursor after(document());
-  after.setPosition(std::min(position, document()->characterCount() - 1));
-  setTextCursor(after);
-  verticalScrollBar()->setValue(top);
-  horizontalScrollBar()->setValue(left);
 }
 
 void ProgramView::setNumbered(bool numbered) {

@@ -1,0 +1,133 @@
+#include <QApplication>
+#include <QObject>
+#include <QThread>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "control/panel_texts.h"
+#include "control/session.h"
+#include "desktop/main_window.h"
+#include "processes.h"
+#include "ui/setup_window.h"
+
+/// window_work PROJECT NAME MILLISECONDS: how long each window takes to open, how long an edit
+/// holds the main window up, and how long after it summary, program, budget and findings are those
+/// of the edit.
+namespace {
+
+constexpr int rounds = 9;
+constexpr std::size_t windows = control::panel::saveAndSendButton;  // the buttons before it
+
+/// All that a window does before it waits for the user, its picture among it.
+void drawAll() {
+  for (int i = 0; i < 3; ++i) {
+    QApplication::sendPostedEvents();
+    QApplication::processEvents();
+  }
+}
+
+template <class Work>
+double microsOf(Work work) {
+  const double start = bench::nowMicros();
+  work();
+  return bench::nowMicros() - start;
+}
+
+/// Waits for the review of what is done while it is there.
+class Reviewed {
+ public:
+  explicit Reviewed(desktop::MainWindow& window) {
+    QObject::connect(&window, &desktop::MainWindow::reviewed, &context_, [this] { done_ = true; });
+  }
+  void wait() {
+    while (!done_) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    drawAll();
+  }
+
+ private:
+  QObject context_;
+  bool done_ = false;
+};
+
+class Table {
+ public:
+  explicit Table(int atMostMs) : atMostMs_(atMostMs) {}
+  void add(const char* project, const std::string& work, const std::vector<double>& micros) {
+    const double ms = bench::median(micros) / 1000;
+    std::printf("%-8s %-44s %8.1f ms %6d ms%s\n", project, work.c_str(), ms, atMostMs_,
+                ms > atMostMs_ ? "  MISSED" : "");
+    met = met && ms <= atMostMs_;
+  }
+  bool met = true;
+
+ private:
+  int atMostMs_;
+};
+
+std::vector<double> opened(desktop::MainWindow& window, int button) {
+  std::vector<double> micros;
+  for (int i = 0; i < rounds; ++i) {
+    ui::SetupWindow* shown = nullptr;
+    micros.push_back(microsOf([&] {
+      shown = window.control().openWindow(button);
+      drawAll();
+    }));
+    if (shown == nullptr) throw std::runtime_error("a window does not open");
+    shown->reject();
+    drawAll();
+  }
+  return micros;
+}
+
+void measureEdits(desktop::MainWindow& window, const char* project, Table& table) {
+  std::vector<double> held, followed;
+  for (int i = 0; i < rounds; ++i) {
+    QThread::msleep(200);  // nobody edits faster
+    model::Project next = window.control().session().project();
+    next.configuration.Operator = "Operator " + std::to_string(i);
+    Reviewed reviewed(window);
+    const double start = bench::nowMicros();
+    window.control().session().edit(std::move(next), "operator and ID");
+    drawAll();
+    held.push_back(bench::nowMicros() - start);
+    reviewed.wait();
+    followed.push_back(bench::nowMicros() - start);
+  }
+  table.add(project, "the window is held up by Done", held);
+  table.add(project, "summary, program, budget follow Done", followed);
+}
+
+bool measure(const QString& file, const char* project, int atMostMs) {
+  desktop::DesktopSettings settings(file + ".ini");
+  desktop::MainWindow window(settings);
+  window.show();
+  window.begin({});
+  Reviewed reviewed(window);
+  window.open(file);
+  reviewed.wait();
+  Table table(atMostMs);
+  for (std::size_t button = 0; button < windows; ++button) {
+    std::string caption(control::panel::buttons[button].caption);
+    std::erase(caption, '&');
+    table.add(project, "opening " + caption, opened(window, static_cast<int>(button)));
+  }
+  measureEdits(window, project, table);
+  return table.met;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  if (argc != 4) return 2;
+  try {
+    return measure(QString::fromLocal8Bit(argv[1]), argv[2], std::atoi(argv[3])) ? 0 : 1;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "%s\n", error.what());
+    return 2;
+  }
+}
