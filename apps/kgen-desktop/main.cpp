@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QTextStream>
 #include <QTimer>
+#include <functional>
 
 #include "desktop/command_line.h"
 #include "desktop/main_window.h"
@@ -21,6 +22,25 @@ int complained(const QString& option) {
   return wrongUsage;
 }
 
+/// Does something once, when a window has shown its first picture.
+class AfterFirstPicture final : public QObject {
+ public:
+  AfterFirstPicture(QWidget& window, std::function<void()> act)
+      : QObject(&window), act_(std::move(act)) {
+    window.installEventFilter(this);
+  }
+
+  bool eventFilter(QObject* window, QEvent* event) override {
+    if (event->type() != QEvent::Paint) return false;
+    window->removeEventFilter(this);
+    QTimer::singleShot(0, this, act_);
+    return false;
+  }
+
+ private:
+  std::function<void()> act_;
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -38,7 +58,7 @@ int main(int argc, char** argv) {
   if (!line.unknown.isEmpty()) return complained(line.unknown);
   desktop::DesktopSettings settings;
   desktop::MainWindow window(settings);
+  new AfterFirstPicture(window, [&] { window.begin(line.files); });
   window.show();
-  QTimer::singleShot(0, &window, [&] { window.begin(line.files); });
   return QApplication::exec();
 }

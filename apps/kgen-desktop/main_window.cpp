@@ -16,7 +16,7 @@ namespace desktop {
 namespace {
 
 constexpr int noteMs = 10'000;
-constexpr QSize usualSize(1460, 900);  // shows documents in their whole width
+constexpr QSize usualSize(1280, 800);
 
 /// The first project among files that are dragged; "" when there is none.
 QString projectIn(const QMimeData& data) {

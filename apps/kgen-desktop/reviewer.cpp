@@ -33,11 +33,12 @@ Reviewer::Reviewer(std::function<ReviewRequest()> request, QObject* parent)
 
 Reviewer::~Reviewer() { pool_.waitForDone(); }
 
-/// At once when there was no change for a while. Changes in a row have one review after the last.
+/// At once when there was no change for a while. Changes in a row have one review after the last,
+/// and the first one lets the window show itself.
 void Reviewer::renew() {
-  const bool inARow = sinceChange_.isValid() && sinceChange_.elapsed() < delayMs;
+  const bool rested = sinceChange_.isValid() && sinceChange_.elapsed() >= delayMs;
   sinceChange_.start();
-  delay_.start(inARow ? delayMs : 0);
+  delay_.start(rested ? 0 : delayMs);
 }
 
 /// One at a time: changes that come meanwhile have the next one.
