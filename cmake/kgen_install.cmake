@@ -66,11 +66,9 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_BINARY_DIR}/apps/kgenctl)
-set(kgen_svg "libqt6svg6")  # loaded at run time: the icons of the buttons
 
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_NAME kgen)
 if(KGEN_UI)
-  set(CPACK_DEBIAN_PROGRAMS_PACKAGE_DEPENDS ${kgen_svg})
   set(CPACK_DEBIAN_PROGRAMS_PACKAGE_RECOMMENDS "fonts-dejavu-core")
 endif()
 set(CPACK_COMPONENT_PROGRAMS_DESCRIPTION "generator of programs for modular data loggers
@@ -86,7 +84,6 @@ file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/control/shlibs
 file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/control/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_CONTROL_PACKAGE_NAME ${kgen_library_package})
 set(CPACK_DEBIAN_CONTROL_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_CONTROL_PACKAGE_DEPENDS ${kgen_svg})
 set(CPACK_DEBIAN_CONTROL_PACKAGE_CONTROL_EXTRA
     ${CMAKE_CURRENT_BINARY_DIR}/control/shlibs ${CMAKE_CURRENT_BINARY_DIR}/control/triggers)
 set(CPACK_COMPONENT_CONTROL_DESCRIPTION "control of the logger program generator (library)

@@ -5,6 +5,7 @@
 
 #include "control/panel_texts.h"
 #include "ui/form.h"
+#include "ui/icon.h"
 
 namespace desktop {
 namespace {
@@ -50,7 +51,7 @@ void FindingsList::show(const std::vector<Finding>& findings) {
 void FindingsList::addRow(const Finding& finding) {
   const QString text = ui::qstring(finding.text);
   auto* item = new QTreeWidgetItem(this, {text, placeOf(finding)});
-  item->setIcon(0, QIcon(":/kgen/icons/" + nameOf(finding.weight) + ".svg"));
+  item->setIcon(0, ui::icon(nameOf(finding.weight)));
   item->setToolTip(0, ui::qstring(finding.details).remove('\r'));
   item->setData(0, Qt::AccessibleTextRole, nameOf(finding.weight) + ": " + text);
 }

@@ -9,6 +9,7 @@
 #include "control/session.h"
 #include "desktop/main_window.h"
 #include "ui/form.h"
+#include "ui/icon.h"
 
 // Menus and tool bar. Letters of their menus are those that the buttons of the panel leave.
 namespace desktop {
@@ -27,9 +28,7 @@ namespace {
 
 namespace panel = control::panel;
 
-QIcon iconNamed(const QString& name) {
-  return name.isEmpty() ? QIcon() : QIcon(":/kgen/icons/" + name + ".svg");
-}
+QIcon iconNamed(const QString& name) { return name.isEmpty() ? QIcon() : ui::icon(name); }
 
 /// What tool bars and status line say of an action.
 void describe(QAction& action, const QString& help) {

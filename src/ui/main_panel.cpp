@@ -3,13 +3,13 @@
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QLabel>
 #include <QPushButton>
 #include <QSyntaxHighlighter>
 #include <utility>
 
 #include "ui/form.h"
+#include "ui/icon.h"
 #include "ui/shown_text.h"
 #include "ui/texts.h"
 
@@ -92,7 +92,7 @@ QToolButton* MainPanel::panelButton(std::size_t index) {
   auto* button = new QToolButton(this);
   const panel::Button& texts = panel::buttons[index];
   button->setText(qstring(texts.caption));
-  button->setIcon(QIcon(QString(":/kgen/icons/button_%1.svg").arg(index, 2, 10, QChar('0'))));
+  button->setIcon(icon(QString("button_%1").arg(index, 2, 10, QChar('0'))));
   button->setIconSize({iconSize, iconSize});
   button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
   button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
