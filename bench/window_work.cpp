@@ -1,6 +1,9 @@
 #include <QApplication>
 #include <QObject>
+#include <QScrollBar>
+#include <QTableView>
 #include <QThread>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -16,7 +19,7 @@
 
 /// window_work PROJECT NAME MILLISECONDS: how long each window takes to open, how long an edit
 /// holds the main window up, and how long after it summary, program, budget and findings are those
-/// of the edit.
+/// of the edit; and how long a page of the longest sheet takes.
 namespace {
 
 constexpr int rounds = 9;
@@ -83,6 +86,38 @@ std::vector<double> opened(desktop::MainWindow& window, int button) {
   return micros;
 }
 
+QTableView* longestSheet(const ui::SetupWindow& window) {
+  QTableView* longest = nullptr;
+  for (QTableView* each : window.findChildren<QTableView*>())
+    if (longest == nullptr || each->model()->rowCount() > longest->model()->rowCount())
+      longest = each;
+  return longest;
+}
+
+/// Page by page through the longest sheet of all windows.
+void measureScrolling(desktop::MainWindow& window, const char* project, Table& table) {
+  int rows = 0;
+  std::vector<double> micros;
+  for (std::size_t button = 0; button < windows; ++button) {
+    ui::SetupWindow* shown = window.control().openWindow(static_cast<int>(button));
+    drawAll();
+    QTableView* sheet = longestSheet(*shown);
+    if (sheet != nullptr && sheet->model()->rowCount() > rows) {
+      rows = sheet->model()->rowCount();
+      micros.clear();
+      QScrollBar* bar = sheet->verticalScrollBar();
+      for (int place = 0; place <= bar->maximum(); place += std::max(bar->pageStep(), 1))
+        micros.push_back(microsOf([&] {
+          bar->setValue(place);
+          drawAll();
+        }));
+    }
+    shown->reject();
+    drawAll();
+  }
+  table.add(project, "scrolling a page of " + std::to_string(rows) + " rows", micros);
+}
+
 void measureEdits(desktop::MainWindow& window, const char* project, Table& table) {
   std::vector<double> held, followed;
   for (int i = 0; i < rounds; ++i) {
@@ -115,6 +150,7 @@ bool measure(const QString& file, const char* project, int atMostMs) {
     std::erase(caption, '&');
     table.add(project, "opening " + caption, opened(window, static_cast<int>(button)));
   }
+  measureScrolling(window, project, table);
   measureEdits(window, project, table);
   return table.met;
 }
