@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QTextStream>
-#include <QTimer>
 #include <functional>
 
 #include "desktop/command_line.h"
@@ -25,15 +24,14 @@ int complained(const QString& option) {
 /// Does something once, when a window has shown its first picture.
 class AfterFirstPicture final : public QObject {
  public:
-  AfterFirstPicture(QWidget& window, std::function<void()> act)
-      : QObject(&window), act_(std::move(act)) {
+  AfterFirstPicture(QWidget& window, std::function<void()> act) : act_(std::move(act)) {
     window.installEventFilter(this);
   }
 
   bool eventFilter(QObject* window, QEvent* event) override {
     if (event->type() != QEvent::Paint) return false;
     window->removeEventFilter(this);
-    QTimer::singleShot(0, this, act_);
+    QMetaObject::invokeMethod(this, act_, Qt::QueuedConnection);
     return false;
   }
 
@@ -58,7 +56,7 @@ int main(int argc, char** argv) {
   if (!line.unknown.isEmpty()) return complained(line.unknown);
   desktop::DesktopSettings settings;
   desktop::MainWindow window(settings);
-  new AfterFirstPicture(window, [&] { window.begin(line.files); });
+  const AfterFirstPicture beginning(window, [&] { window.begin(line.files); });
   window.show();
   return QApplication::exec();
 }

@@ -59,7 +59,7 @@ void Reviewer::begin() {
   });
 }
 
-void Reviewer::finish(std::shared_ptr<const Review> review) {
+void Reviewer::finish(const std::shared_ptr<const Review>& review) {
   running_ = false;
   if (outdated_) return begin();
   if (delay_.isActive()) return;  // the next one is on its way

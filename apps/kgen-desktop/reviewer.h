@@ -27,7 +27,7 @@ class Reviewer final : public QObject {
 
  private:
   void begin();
-  void finish(std::shared_ptr<const Review> review);
+  void finish(const std::shared_ptr<const Review>& review);
 
   std::function<ReviewRequest()> request_;
   QThreadPool pool_;
