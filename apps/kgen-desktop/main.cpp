@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QTextStream>
+#include <QTimer>
 #include <functional>
 
 #include "desktop/command_line.h"
@@ -24,19 +25,21 @@ int complained(const QString& option) {
 /// Does something once, when a window has shown its first picture.
 class AfterFirstPicture final : public QObject {
  public:
-  AfterFirstPicture(QWidget& window, std::function<void()> act) : act_(std::move(act)) {
+  AfterFirstPicture(QWidget& window, std::function<void()> act) {
+    soon_.setSingleShot(true);
+    connect(&soon_, &QTimer::timeout, this, std::move(act));
     window.installEventFilter(this);
   }
 
   bool eventFilter(QObject* window, QEvent* event) override {
     if (event->type() != QEvent::Paint) return false;
     window->removeEventFilter(this);
-    QMetaObject::invokeMethod(this, act_, Qt::QueuedConnection);
+    soon_.start(0);
     return false;
   }
 
  private:
-  std::function<void()> act_;
+  QTimer soon_;
 };
 
 }  // namespace
