@@ -23,9 +23,10 @@ class Engine final : public QIconEngine {
   }
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override {
-    const QString key = QString("kgen %1 %2 %3 %4")
+    const QString key = QString("kgen %1 %2 %3 %4 %5")
                             .arg(name_)
                             .arg(size.width())
+                            .arg(size.height())
                             .arg(mode)
                             .arg(QApplication::palette().cacheKey());
     QPixmap picture;

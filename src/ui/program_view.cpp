@@ -91,14 +91,14 @@ void ProgramColours::highlightBlock(const QString& line) {
               colourOf(Shade::comment, dark));
 }
 
-ProgramView::ProgramView(QWidget* parent) : QPlainTextEdit(parent), numbers_(nullptr) {
+ProgramView::ProgramView(QWidget* parent)
+    : QPlainTextEdit(parent), colours_(new ProgramColours(document(), *this)), numbers_(nullptr) {
   setReadOnly(true);
   setLineWrapMode(NoWrap);
   setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   setTabChangesFocus(true);
   setUndoRedoEnabled(false);
-  new ProgramColours(document(), *this);
 }
 
 void ProgramView::setProgram(std::string_view program) {
@@ -134,6 +134,12 @@ void ProgramView::placeNumbers() {
   setViewportMargins(numberWidth(), 0, 0, 0);
   const QRect inside = contentsRect();
   numbers_->setGeometry(inside.left(), inside.top(), numberWidth(), inside.height());
+}
+
+/// Other colours on another ground, also of the lines that stay.
+void ProgramView::changeEvent(QEvent* event) {
+  QPlainTextEdit::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) colours_->rehighlight();
 }
 
 void ProgramView::resizeEvent(QResizeEvent* event) {

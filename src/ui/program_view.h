@@ -35,10 +35,12 @@ class ProgramView final : public QPlainTextEdit {
   void paintNumbers(QPaintEvent& event);
 
  protected:
+  void changeEvent(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
   void placeNumbers();
+  ProgramColours* colours_;
   QWidget* numbers_;
   QString shown_;
 };

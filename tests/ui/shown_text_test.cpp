@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QTextBlock>
+#include <QTextLayout>
 #include <random>
+
+#include "ui/program_view.h"
 
 // A box that is brought from one text to the next by the lines that differ.
 namespace {
@@ -63,6 +66,21 @@ TEST(ShownText, LeavesTheOtherLinesAsTheyAre) {
   ui::showText(box, before, lines.join('\n'));
   EXPECT_EQ(box.textCursor().selectedText(), "200");
   EXPECT_EQ(box.toPlainText(), lines.join('\n'));
+}
+
+/// Lines that stay are coloured for the ground that they stand on now.
+TEST(ShownText, FollowsAnotherPalette) {
+  ui::ProgramView view;
+  view.setProgram("Const A = 1\r\nNext Scan\r\n");
+  const auto firstColour = [&view] {
+    return view.document()->firstBlock().layout()->formats().value(0).format.foreground().color();
+  };
+  const QColor onLight = firstColour();
+  QPalette dark = view.palette();
+  dark.setColor(QPalette::Base, Qt::black);
+  view.setPalette(dark);
+  EXPECT_NE(firstColour(), onLight);
+  EXPECT_GT(firstColour().lightness(), onLight.lightness());
 }
 
 }  // namespace
