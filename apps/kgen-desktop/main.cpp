@@ -22,23 +22,27 @@ int complained(const QString& option) {
   return wrongUsage;
 }
 
-/// Does something once, when a window has shown its first picture.
+/// Does something once, when a window has shown its first picture, or soon when it shows none: it
+/// may start as an icon.
 class AfterFirstPicture final : public QObject {
  public:
   AfterFirstPicture(QWidget& window, std::function<void()> act) {
     soon_.setSingleShot(true);
-    connect(&soon_, &QTimer::timeout, this, std::move(act));
+    connect(&soon_, &QTimer::timeout, this, [this, &window, act = std::move(act)] {
+      window.removeEventFilter(this);
+      act();
+    });
     window.installEventFilter(this);
+    soon_.start(longestMs);
   }
 
-  bool eventFilter(QObject* window, QEvent* event) override {
-    if (event->type() != QEvent::Paint) return false;
-    window->removeEventFilter(this);
-    soon_.start(0);
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint) soon_.start(0);
     return false;
   }
 
  private:
+  static constexpr int longestMs = 500;
   QTimer soon_;
 };
 
