@@ -76,8 +76,7 @@ Interval closestInWholeScans(double micros, double scan, std::int16_t unit) {
 }
 
 std::string intervalText(double micros) {
-  constexpr std::int16_t seconds = 2;
-  const Interval interval = inWholeUnits(micros, seconds);
+  const Interval interval = inWholeUnits(micros, model::unitcode::seconds);
   return concat(model::trueNumber(interval.number, interval.unit), " ",
                 KGEN_COMMON::TimeUnitName(interval.unit, false));
 }

@@ -378,10 +378,9 @@ std::string timePowerOffLine(const LoggerConfiguration& c) {
 }
 
 std::string batterySaverStatement(const LoggerConfiguration& c) {
-  constexpr int minutes = 3;
-  constexpr int hours = 4;
   if (c.LowBattRetry)
-    return powerOffStatement(false, false, c.RetryInterval, c.BattRetryMins ? minutes : hours);
+    return powerOffStatement(false, false, c.RetryInterval,
+                             c.BattRetryMins ? unitcode::minutes : unitcode::hours);
   return powerOffStatement(false, c.RemainOff, c.PowerOffTime, c.PowerOffMins);
 }
 

@@ -9,6 +9,11 @@
 
 namespace model {
 
+/// Codes of time units that are meant by name.
+namespace unitcode {
+inline constexpr std::int16_t seconds = 2, minutes = 3, hours = 4;
+}
+
 /// "uSec" .. "Day" as the program language writes them ("Hr" for hours); "" for another code.
 std::string_view unitKeyword(int code);
 

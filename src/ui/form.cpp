@@ -13,7 +13,7 @@
 namespace ui {
 namespace {
 
-constexpr int captionColumn = 0, controlColumn = 1, unitColumn = 2, columns = 3;
+constexpr int captionColumn = 0, controlColumn = 1, unitColumn = 2, columnCount = 3;
 
 QLabel* dimLabel(QWidget* parent) {
   auto* label = new QLabel(parent);
@@ -125,7 +125,7 @@ void Field::refresh() {
 }
 
 Form::Form(QWidget* parent) : QWidget(parent), grid_(new QGridLayout(this)) {
-  grid_->setColumnStretch(columns, 1);
+  grid_->setColumnStretch(columnCount, 1);
   grid_->setContentsMargins(6, 6, 6, 6);
 }
 
@@ -148,7 +148,7 @@ Field& Form::add(const FieldText& text, QWidget* widget, bool labelled) {
     grid_->addWidget(field->unitLabel_, row, unitColumn);
   }
   field->reasonLabel_ = dimLabel(this);
-  grid_->addWidget(field->reasonLabel_, row + 1, captionColumn, 1, columns + 1);
+  grid_->addWidget(field->reasonLabel_, row + 1, captionColumn, 1, columnCount + 1);
   if (focusProxy() == nullptr && widget->focusPolicy() != Qt::NoFocus) setFocusProxy(widget);
   fields_.push_back(std::move(field));
   return *fields_.back();
@@ -290,7 +290,7 @@ void Form::lead(Field& field, QWidget* widget) {
 }
 
 void Form::row(QWidget* widget) {
-  grid_->addWidget(widget, grid_->rowCount(), captionColumn, 1, columns + 1);
+  grid_->addWidget(widget, grid_->rowCount(), captionColumn, 1, columnCount + 1);
 }
 
 void Form::rowStretch() { grid_->setRowStretch(grid_->rowCount(), 1); }

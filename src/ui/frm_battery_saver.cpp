@@ -3,12 +3,11 @@
 #include <QVBoxLayout>
 
 #include "model/power_rules.h"
+#include "model/time_units.h"
 #include "ui/config_panels.h"
 
 namespace ui {
 namespace {
-
-constexpr int minutes = 3, hours = 4;  // time-unit codes
 
 std::vector<Choice> durationUnits() {
   std::vector<Choice> choices;
@@ -92,7 +91,8 @@ void frmBatterySaver::addStayingOff(Form& form) {
 std::string frmBatterySaver::interval() const {
   const model::LoggerConfiguration& c = working_.configuration;
   if (c.LowBattRetry)
-    return model::intervalSummary(c.RetryInterval, c.BattRetryMins ? minutes : hours);
+    return model::intervalSummary(
+        c.RetryInterval, c.BattRetryMins ? model::unitcode::minutes : model::unitcode::hours);
   return model::intervalSummary(c.RemainOff ? 0 : c.PowerOffTime, c.PowerOffMins);
 }
 

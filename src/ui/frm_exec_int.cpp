@@ -27,9 +27,6 @@ using text::concat;
 constexpr double mostScans = std::numeric_limits<std::int32_t>::max();
 constexpr int longestExpression = 250;
 constexpr int onCondition = 1, onFlag = 2;  // triggers of a burst
-constexpr int hours = 4;                    // time-unit code
-
-std::string micros(double value) { return text::formatted(value, "#,##0.###"); }
 
 std::vector<Choice> comparisonChoices() {
   std::vector<Choice> choices;
@@ -73,7 +70,8 @@ void frmExecInt::addInterval(Form& form) {
   form.number({"&Interval:", "How often the program scans, in the unit below."}, Bounds{1, longest},
               [this]() -> double& { return scan().ExecutionTime; });
   form.choice({"&Unit:", "The unit of the interval. With uSec the number counts tens."},
-              timeUnitChoices(hours), [this]() -> std::int16_t& { return scan().ExecTimeUnits; });
+              timeUnitChoices(model::unitcode::hours),
+              [this]() -> std::int16_t& { return scan().ExecTimeUnits; });
   form.readout({"That is:", "The time from scan to scan."}, [this] {
     const double each = model::scanMicros(working_);
     const std::string number = text::formatted(
@@ -183,24 +181,25 @@ void frmExecInt::addBurstCondition(Form& form) {
 
 void frmExecInt::addReadings(Form& form) {
   form.readout({"Estimated time:", "What all measurements of a scan take.", "uSec"},
-               [this] { return micros(times_.total); });
+               [this] { return microsText(times_.total); });
   form.readout({"Shortest scan:", "The shortest interval that is possible.", "uSec"},
-               [this] { return micros(times_.shortestScan); });
+               [this] { return microsText(times_.shortestScan); });
   form.readout({"Filter minimum:", "The shortest scan that the 7125 modules in use allow.", "uSec"},
                [this] {
                  const double least = timing::minimumFilterScanMicros(working_);
-                 return least > 0 ? micros(least) : std::string("no filters");
+                 return least > 0 ? microsText(least) : std::string("no filters");
                });
   form.readout({"Isolated subscan:", "The time for one conversion of the 7128 modules.", "uSec"},
                [this] { return isolatedText(); });
-  form.readout({"Scan buffer:", "What the buffer takes of its memory.", "bytes"},
-               [this] { return micros(static_cast<double>(timing::bufferBytes(working_))); });
+  form.readout({"Scan buffer:", "What the buffer takes of its memory.", "bytes"}, [this] {
+    return text::formatted(static_cast<double>(timing::bufferBytes(working_)), "#,##0");
+  });
 }
 
 std::string frmExecInt::isolatedText() const {
   for (std::size_t n = 1; n <= model::maxBlocks; ++n)
     if (model::inUse(working_, model::BlockKind::isolated, n))
-      return micros(model::scanMicros(working_) * working_.isolated.ScansPerSubScan);
+      return microsText(model::scanMicros(working_) * working_.isolated.ScansPerSubScan);
   return "no isolated blocks";
 }
 
@@ -223,11 +222,11 @@ QWidget* frmExecInt::limitSheet() {
   limitList_.setColumns({{"Limit", "What limits the scan interval.",
                           [this](std::size_t row) { return limits_[row].cause; }},
                          {"At least (uSec)", "The shortest scan that it allows.",
-                          [this](std::size_t row) { return micros(limits_[row].leastMicros); }},
+                          [this](std::size_t row) { return microsText(limits_[row].leastMicros); }},
                          {"At most (uSec)", "The longest scan that it allows.",
                           [this](std::size_t row) {
                             const double most = limits_[row].mostMicros;
-                            return most > 0 ? micros(most) : std::string();
+                            return most > 0 ? microsText(most) : std::string();
                           }}},
                         [this] { return limits_.size(); });
   auto* view = new SheetView(limitList_, this);

@@ -32,8 +32,6 @@ std::vector<Choice> choicesWithin(const std::array<std::string_view, N>& remarks
   return choices;
 }
 
-std::string micros(double value) { return text::formatted(value, "#,##0.###"); }
-
 }  // namespace
 
 frmFiltSetup::frmFiltSetup(const WindowPorts& ports, QWidget* parent)
@@ -98,8 +96,8 @@ void frmFiltSetup::addVoltageFilter(Form& form) {
   form.readout({"Subscan:", "How the samples lie in a scan."},
                [this] {
                  const model::FilterSubscan subscan = model::filterSubscan(working_, slot());
-                 return text::concat(micros(static_cast<double>(subscan.intervalMicros)), " uSec, ",
-                                     subscan.count, " a scan");
+                 return text::concat(microsText(static_cast<double>(subscan.intervalMicros)),
+                                     " uSec, ", subscan.count, " a scan");
                })
       .shownWhen([this] { return !slot().FFTModule && !slot().FiltNoSubscan; });
 }
@@ -199,7 +197,7 @@ void frmFiltSetup::addSpectrum(Form& form) {
 
 void frmFiltSetup::addTotals(Form& form) {
   form.readout({"Shortest scan:", "What the voltage filters allow.", "uSec"},
-               [this] { return micros(timing::minimumFilterScanMicros(working_)); });
+               [this] { return microsText(timing::minimumFilterScanMicros(working_)); });
   form.readout({"Scan interval:", "Whether the samples fit into it."},
                [this] { return timing::complaintAboutScan(working_).value_or("fits"); });
   BlockWindow::addTotals(form);

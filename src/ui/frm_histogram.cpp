@@ -3,12 +3,6 @@
 #include "model/parameter_text.h"
 
 namespace ui {
-namespace {
-
-enum Place { bins, low, high, form };
-
-}  // namespace
-
 frmHistogram::frmHistogram(SetupWindow& owner, ProcessingTarget target)
     : ProcessingWindow(owner, std::move(target), code,
                        {"frmHistogram", "Histogram", "histogram", "histograms"}),
@@ -25,7 +19,7 @@ void frmHistogram::addParameters(Form& form) {
   addParameter(form, {"&Bins:", "Ranges of values that are counted."}, {1, 1000}, bins);
   addParameter(form, {"&Low limit:", "Where the lowest bin begins."}, {-1e9, 1e9}, low);
   addParameter(form, {"Hi&gh limit:", "Where the highest bin ends."}, {-1e9, 1e9}, high);
-  addFormOfResult(form, Place::form);
+  addFormOfResult(form, formOfResult);
 }
 
 void frmHistogram::showPicture() {

@@ -22,6 +22,8 @@ class frmHistogram final : public ProcessingWindow {
   std::vector<double> numbers() override;
 
  private:
+  enum Place { bins, low, high, formOfResult };  // of the parameters
+
   pictures::HistogramPicture* picture_;
 };
 

@@ -20,7 +20,8 @@ constexpr std::string_view onHelp = "The first time the logger comes on.";
 constexpr std::string_view remainOffHelp =
     "Check to leave the logger off until manually powered on.";
 
-std::vector<Choice> comparisonChoices() {
+/// With the blank that the program has before them.
+std::vector<Choice> powerOffComparisons() {
   std::vector<Choice> choices;
   for (int code = 0; code < comparisons; ++code)
     choices.push_back({std::string(model::operatorText(code)), code});
@@ -71,7 +72,7 @@ void frmPowerOff::addCondition(Form& form) {
         return model::variableNames(working_, types);
       },
       [this]() -> std::string& { return configuration().PowerOffMeasVar; }, true);
-  form.choice({"&Comparison:", "How it is compared."}, comparisonChoices(),
+  form.choice({"&Comparison:", "How it is compared."}, powerOffComparisons(),
               [this]() -> std::int16_t& { return configuration().PowerOffCompare; });
   constexpr double most = 1e30;
   form.number({"Va&lue:", "What the measurement is compared with."}, Bounds{-most, most},

@@ -18,8 +18,6 @@
 namespace ui {
 namespace {
 
-namespace help = control::panel::help;
-
 constexpr int mostPreviewPages = 40;  // more take longer than anyone looks at them
 
 struct ItemTexts {
@@ -27,8 +25,8 @@ struct ItemTexts {
   std::string_view help;
 };
 constexpr std::array<ItemTexts, frmPrint::items> itemTexts = {{
-    {"&Window", help::printWindow},
-    {"&Summary", help::printSummary},
+    {"&Window", control::panel::help::printWindow},
+    {"&Summary", control::panel::help::printSummary},
     {"P&rogram", "Press to print the program of the logger."},
     {"&Table information (.TI7)", "Press to print what the output tables store."},
     {"Wirin&g (.WR7)", "Press to print which wire goes where."},
@@ -98,12 +96,13 @@ QWidget* frmPrint::bottom() {
     connect(button, &QPushButton::clicked, this, act);
     return button;
   };
-  add("&Help", help::extendedHelp, QDialogButtonBox::HelpRole, [this] { help_(); });
-  add("Printer Set&up...", help::printSetup, QDialogButtonBox::ActionRole,
+  add("&Help", control::panel::help::extendedHelp, QDialogButtonBox::HelpRole, [this] { help_(); });
+  add("Printer Set&up...", control::panel::help::printSetup, QDialogButtonBox::ActionRole,
       [this] { setUpPrinter(); });
   add("Save as P&DF...", "Press to print to a PDF file.", QDialogButtonBox::ActionRole,
       [this] { askForPdf(); });
-  add("Cancel", help::cancelPrint, QDialogButtonBox::RejectRole, [this] { reject(); });
+  add("Cancel", control::panel::help::cancelPrint, QDialogButtonBox::RejectRole,
+      [this] { reject(); });
   add("&Print...", "Press to choose a printer and print.", QDialogButtonBox::AcceptRole, [this] {
     print();
   })->setDefault(true);

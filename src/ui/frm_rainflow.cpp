@@ -3,12 +3,6 @@
 #include "model/parameter_text.h"
 
 namespace ui {
-namespace {
-
-enum Place { means, amplitudes, low, high, least, form };
-
-}  // namespace
-
 frmRainflow::frmRainflow(SetupWindow& owner, ProcessingTarget target)
     : ProcessingWindow(owner, std::move(target), code,
                        {"frmRainflow", "Rainflow Histogram", "rainflow", "histograms"}),
@@ -29,7 +23,7 @@ void frmRainflow::addParameters(Form& form) {
   addParameter(form, {"Hi&gh limit:", "The highest mean that is counted."}, {-1e9, 1e9}, high);
   addParameter(form, {"Least am&plitude:", "Smaller cycles are not counted."}, {0, 1e9, 0.1},
                least);
-  addFormOfResult(form, Place::form);
+  addFormOfResult(form, formOfResult);
 }
 
 void frmRainflow::showPicture() {

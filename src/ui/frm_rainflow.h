@@ -22,6 +22,8 @@ class frmRainflow final : public ProcessingWindow {
   std::vector<double> numbers() override;
 
  private:
+  enum Place { means, amplitudes, low, high, least, formOfResult };  // of the parameters
+
   pictures::RainflowPicture* picture_;
 };
 

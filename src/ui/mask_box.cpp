@@ -53,10 +53,10 @@ void MaskBox::tick(std::size_t code, bool on) {
 
 namespace {
 
-using Place = std::function<model::TableMasks&()>;
+using MasksPlace = std::function<model::TableMasks&()>;
 
 void addMask(Form& form, const model::Project& project, std::size_t index, int last,
-             const std::string& help, const Place& masks) {
+             const std::string& help, const MasksPlace& masks) {
   auto* box = new MaskBox(last, &form);
   box->explain(processingHelp(project, index));
   const std::string caption = text::concat(project.tables[index].TableName, ":");

@@ -17,12 +17,12 @@ bool hasOtherLineEnds(const QString& text) {
   });
 }
 
-Lines linesOf(const QString& text) { return QStringView(text).split(u'\n'); }
+Lines lineViews(const QString& text) { return QStringView(text).split(u'\n'); }
 
 class Changes {
  public:
   Changes(QTextDocument* document, const QString& before, const QString& after)
-      : document_(document), before_(linesOf(before)), after_(linesOf(after)) {}
+      : document_(document), before_(lineViews(before)), after_(lineViews(after)) {}
 
   void make() {
     QTextCursor all(document_);
