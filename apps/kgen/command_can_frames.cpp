@@ -140,19 +140,19 @@ int runImport(const ImportOptions& options) {
     throw Failure(
         wrongUsage,
         "can import: --out takes the file of the project that --project names; give both");
-  OpenedProject opened;
-  if (!options.project.empty()) opened = openProject(options.project);
+  const auto opened =
+      options.project.empty() ? std::make_unique<OpenedProject>() : openProject(options.project);
   Import import;
   import.database = dbc::read(readAll(options.file));
   for (const dbc::Fault& fault : import.database.faults)
     complain(concat(shownName(options.file), ":", fault.line, ": ", fault.text));
   if (import.database.messages.empty())
     throw Failure(inputUnreadable, concat(shownName(options.file), ": no message can be read"));
-  import.proposals = proposalsFor(import.database, opened.project);
+  import.proposals = proposalsFor(import.database, opened->project);
   choose(import, options);
-  import.refused = addItems(opened.project, import.proposals, import.chosen);
+  import.refused = addItems(opened->project, import.proposals, import.chosen);
   for (const std::string& line : import.refused) complain(concat("left out: ", line));
-  if (!options.out.empty()) save(options.out, opened.project);
+  if (!options.out.empty()) save(options.out, opened->project);
   if (options.format == "json")
     writeImport(import);
   else
@@ -201,10 +201,10 @@ void writeValues(const std::vector<model::DecodedValue>& values) {
 
 int runDecode(const DecodeOptions& options) {
   const can::Frame frame = frameOf(options);
-  const OpenedProject opened = openProject(options.file);
-  const std::vector<model::DecodedValue> values = decoded(opened.project, frame);
+  const auto opened = openProject(options.file);
+  const std::vector<model::DecodedValue> values = decoded(opened->project, frame);
   if (values.empty())
-    complain(concat(shownName(opened.path), ": no CAN item receives such a frame"));
+    complain(concat(shownName(opened->path), ": no CAN item receives such a frame"));
   if (options.format == "json")
     writeValues(values);
   else

@@ -19,8 +19,8 @@ struct ChannelsOptions {
 };
 
 int runExport(const ChannelsOptions& options) {
-  const OpenedProject opened = openProject(options.file);
-  const std::string csv = channels::csvText(opened.project);
+  const auto opened = openProject(options.file);
+  const std::string csv = channels::csvText(opened->project);
   if (options.csv == "-")
     writeOut(csv);
   else
@@ -46,15 +46,15 @@ void listChanges(const std::string& csv, const channels::ImportReport& report) {
 int runImport(const ChannelsOptions& options) {
   if (options.file == "-")
     throw Failure(wrongUsage, "channels import: the project must be a file; name it");
-  OpenedProject opened = openProject(options.file);
-  const auto report = channels::importCsv(readAll(options.csv), opened.project);
+  const auto opened = openProject(options.file);
+  const auto report = channels::importCsv(readAll(options.csv), opened->project);
   refuseFaults(options.csv, report);
   if (options.dryRun) {
     listChanges(options.csv, report);
   } else if (!report.changes.empty()) {
     DiskFiles files;
-    const std::string base = withoutProjectExtension(opened.path);
-    saveProject(base, opened.project, stampFor(base));
+    const std::string base = withoutProjectExtension(opened->path);
+    saveProject(base, opened->project, stampFor(base));
   }
   return done;
 }

@@ -38,10 +38,10 @@ void writeText(const SaveVerdict& verdict, const AnsweringMessages& messages) {
 }
 
 int runCheck(const CheckOptions& options) {
-  OpenedProject opened = openProject(options.file, {.dunmoreHost = isDunmore(options.host)});
+  const auto opened = openProject(options.file, {.dunmoreHost = isDunmore(options.host)});
   AnsweringMessages messages(options.answer);
   FaultLines faults;
-  const SaveVerdict verdict = verify::checkedForSave(opened.project, {messages, faults});
+  const SaveVerdict verdict = verify::checkedForSave(opened->project, {messages, faults});
   options.format == "json" ? writeJson(verdict, messages) : writeText(verdict, messages);
   if (faults.any()) return ownFault;
   return verdict.DoNotSave || verdict.NeedsUpgrade ? findings : done;

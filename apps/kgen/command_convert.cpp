@@ -38,9 +38,9 @@ void writeProject(const std::string& out, const OpenedProject& opened, bool dunm
 
 int runConvert(const ConvertOptions& options) {
   const bool dunmore = isDunmore(options.host);
-  const OpenedProject opened = openProject(options.in, {dunmore, options.verbose});
-  if (options.verbose) sayIgnored(opened);
-  writeProject(options.out, opened, dunmore, !options.noSync);
+  const auto opened = openProject(options.in, {dunmore, options.verbose});
+  if (options.verbose) sayIgnored(*opened);
+  writeProject(options.out, *opened, dunmore, !options.noSync);
   return done;
 }
 

@@ -103,12 +103,12 @@ void check(OpenedProject& opened, const GenerateOptions& options) {
 
 int runGenerate(const GenerateOptions& options) {
   checkOptions(options);
-  OpenedProject opened = openProject(options.file, {.dunmoreHost = isDunmore(options.host)});
-  for (const std::string& problem : model::channelPlan(opened.project).problems)
-    warn(opened.path, problem);
-  check(opened, options);
+  const auto opened = openProject(options.file, {.dunmoreHost = isDunmore(options.host)});
+  for (const std::string& problem : model::channelPlan(opened->project).problems)
+    warn(opened->path, problem);
+  check(*opened, options);
   DiskFiles files;
-  for (const Document& document : documentsOf(opened, options)) {
+  for (const Document& document : documentsOf(*opened, options)) {
     if (options.base == "-")
       writeOut(document.text);
     else

@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <new>
 #include <vector>
 
 #include "command.h"
@@ -123,6 +124,10 @@ int runCommandLine(int argc, char** argv) {
     return complainAndFail(error.what(), wrongUsage);
   } catch (const ports::FileError& error) {
     return complainAndFail(error.what(), outputUnwritable);
+  } catch (const std::bad_alloc&) {
+    return complainAndFail(
+        "there is not enough memory for this; close other programs, or lift the limit (ulimit -v)",
+        inputUnreadable);
   } catch (const std::exception& error) {
     return complainAndFail(
         text::concat("fault in kgen itself: ", error.what(), "; please report it"), ownFault);

@@ -17,13 +17,13 @@ struct ShowOptions {
 };
 
 int runShow(const ShowOptions& options) {
-  const OpenedProject opened = openProject(options.file);
+  const auto opened = openProject(options.file);
   if (options.format == "json") {
     text::JsonWriter json(writeOut);
-    projectfile::writeJson(opened.project, json);
+    projectfile::writeJson(opened->project, json);
     json.finish();
   } else {
-    writeOut(projectfile::textListing(opened.project));
+    writeOut(projectfile::textListing(opened->project));
   }
   return done;
 }

@@ -13,11 +13,11 @@ namespace kgen {
 namespace {
 
 int runSummary(const std::string& file) {
-  const OpenedProject opened = openProject(file);
-  const model::ChannelPlan plan = model::channelPlan(opened.project);
-  const std::string name = opened.path == "-" ? "" : std::string(fileNameOf(baseOf(opened.path)));
-  writeOut(control::summaryText(opened.project, plan,
-                                timing::measurementTimes(opened.project, plan), {.name = name}));
+  const auto opened = openProject(file);
+  const model::ChannelPlan plan = model::channelPlan(opened->project);
+  const std::string name = opened->path == "-" ? "" : std::string(fileNameOf(baseOf(opened->path)));
+  writeOut(control::summaryText(opened->project, plan,
+                                timing::measurementTimes(opened->project, plan), {.name = name}));
   return done;
 }
 

@@ -63,9 +63,9 @@ int runVerify(const VerifyOptions& options) {
   if (options.project == "-" && options.program == "-")
     throw Failure(wrongUsage, "standard input is either the project or the program; name a file");
   const bool dunmore = isDunmore(options.host);
-  const OpenedProject opened = openProject(options.project, {.dunmoreHost = dunmore});
+  const auto opened = openProject(options.project, {.dunmoreHost = dunmore});
   const std::string program = readAll(options.program);
-  const readback::Verification result = readback::verifyProgram(program, opened.project, dunmore);
+  const readback::Verification result = readback::verifyProgram(program, opened->project, dunmore);
   if (options.format == "json")
     writeJson(result, program);
   else

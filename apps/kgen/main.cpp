@@ -1,3 +1,7 @@
 #include "command.h"
+#include "platform/large_pages.h"
 
-int main(int argc, char** argv) { return kgen::runCommandLine(argc, argv); }
+int main(int argc, char** argv) {
+  platform::useLargePages();
+  return kgen::runCommandLine(argc, argv);
+}

@@ -35,13 +35,14 @@ void refuseHalfSaved(const std::string& path) {
 
 }  // namespace
 
-OpenedProject openProject(const std::string& path, const KGEN_GENFILE::LoadOptions& options) {
-  OpenedProject opened;
-  opened.path = openedPath(path);
-  refuseHalfSaved(opened.path);
-  opened.report = KGEN_GENFILE::loadInPlace(opened.path, opened.project, options);
-  if (opened.report.error) throw Failure(inputUnreadable, *opened.report.error);
-  sayNotes(opened.path, opened.report.notes);
+std::unique_ptr<OpenedProject> openProject(const std::string& path,
+                                           const KGEN_GENFILE::LoadOptions& options) {
+  auto opened = std::make_unique<OpenedProject>();
+  opened->path = openedPath(path);
+  refuseHalfSaved(opened->path);
+  opened->report = KGEN_GENFILE::loadInPlace(opened->path, opened->project, options);
+  if (opened->report.error) throw Failure(inputUnreadable, *opened->report.error);
+  sayNotes(opened->path, opened->report.notes);
   return opened;
 }
 
