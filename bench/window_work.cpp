@@ -14,6 +14,7 @@
 #include "control/panel_texts.h"
 #include "control/session.h"
 #include "desktop/main_window.h"
+#include "platform/large_pages.h"
 #include "processes.h"
 #include "ui/setup_window.h"
 
@@ -158,6 +159,7 @@ bool measure(const QString& file, const char* project, int atMostMs) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  platform::useLargePages();  // as the program does
   QApplication application(argc, argv);
   if (argc != 4) return 2;
   try {

@@ -5,6 +5,7 @@
 
 #include "desktop/command_line.h"
 #include "desktop/main_window.h"
+#include "platform/large_pages.h"
 
 namespace {
 
@@ -55,6 +56,7 @@ int main(int argc, char** argv) {
   if (early.help || early.version) return 0;
   // Those with one dash may be Qt's, which the application takes out of argv.
   if (early.unknown.startsWith("--")) return complained(early.unknown);
+  platform::useLargePages();
   QApplication application(argc, argv);
   QApplication::setApplicationName("kgen-desktop");
   QApplication::setApplicationDisplayName("KGen");

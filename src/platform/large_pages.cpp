@@ -30,6 +30,7 @@ std::uintptr_t skip(void*& piece, std::size_t bytes) {
 }  // namespace
 
 void useLargePages() {
+  ::mallopt(M_ARENA_MAX, 1);  // threads take from it as well
   static void* toNewStep = nullptr;
   static void* toBound = nullptr;
   for (const int option : {M_TOP_PAD, M_MMAP_THRESHOLD, M_TRIM_THRESHOLD})
