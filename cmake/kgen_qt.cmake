@@ -13,10 +13,15 @@ function(kgen_qt_library name)
   kgen_unite(kgen_${name})
 endfunction()
 
-# Qt's headers take longer than what is written with them. A compiler cache does the same better.
+# Qt's headers take longer than what is written with them: the first target that uses them compiles
+# them for all others. A compiler cache does the same better.
 function(kgen_precompile target)
-  if(NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  if(CMAKE_CXX_COMPILER_LAUNCHER)
+    return()
+  elseif(target STREQUAL kgen_pictures)
     target_precompile_headers(${target} PRIVATE <QtWidgets>)
+  else()
+    target_precompile_headers(${target} REUSE_FROM kgen_pictures)
   endif()
 endfunction()
 
