@@ -21,7 +21,8 @@ struct OpenedProject {
 
 /// Reads a project on top of the defaults; what the reader noticed goes to standard error. A name
 /// without "." gets ".GN7", "-" is standard input. Throws Failure when it can't be read.
-std::unique_ptr<OpenedProject> openProject(const std::string& path, const KGEN_GENFILE::LoadOptions& options = {});
+std::unique_ptr<OpenedProject> openProject(const std::string& path,
+                                           const KGEN_GENFILE::LoadOptions& options = {});
 
 /// Writes base + ".GN7", or the file that it is a link to; a backup that could not be deleted is
 /// said. Throws ports::FileError.
