@@ -23,10 +23,7 @@ constexpr int firstTransmitType = 7;
 // ---- cells
 
 Complaint storeText(std::string_view cell, std::string& text) {
-  const bool odd = std::any_of(cell.begin(), cell.end(), [](char c) {
-    return static_cast<unsigned char>(c) < ' ' || c == '[' || c == ']';
-  });
-  if (odd) return concat("'", cell, "' has square brackets or control characters; remove them");
+  if (Complaint complaint = complaintAboutItemText(cell)) return complaint;
   text = cell;
   return {};
 }
@@ -195,6 +192,14 @@ class ListReader {
 };
 
 }  // namespace
+
+std::optional<std::string> complaintAboutItemText(std::string_view text) {
+  const bool odd = std::any_of(text.begin(), text.end(), [](char c) {
+    return static_cast<unsigned char>(c) < ' ' || c == '[' || c == ']';
+  });
+  if (!odd) return std::nullopt;
+  return concat("'", text, "' has square brackets or control characters; remove them");
+}
 
 std::string canListText(const std::vector<CanItem>& items) {
   std::string out;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +9,9 @@
 #include "model/project.h"
 
 namespace channels {
+
+/// Name and description of an item are for people: any text that a project file can hold.
+std::optional<std::string> complaintAboutItemText(std::string_view text);
 
 /// Messages as lines of tab-separated cells below a line that names the columns: name, id, type,
 /// start, bits, values, multiplier, offset, units, description. What a program makes of an item

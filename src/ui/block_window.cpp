@@ -385,7 +385,10 @@ Field& BlockWindow::addRange(Form& form, std::size_t offered) {
       .pick(
           {"R&ange:", "The input range."}, [ranges] { return ranges; },
           [this]() -> std::string& { return block().Range; })
-      .then([this] { block().RangeNo = model::rangeCode(kind_, block().Range); });
+      .then([this] {
+        block().RangeNo = model::rangeCode(kind_, block().Range);
+        if (!detectsOpenSensors()) block().OpenSensDetect = false;
+      });
 }
 
 /// The rules of integration times are those of the data object.
@@ -434,7 +437,9 @@ std::function<Bounds()> BlockWindow::bounds(model::BlockField field) const {
   return [this, field] { return model::boundsIn(working_, kind_, number_, field); };
 }
 
+/// Isolated modules detect them on every range.
 bool BlockWindow::detectsOpenSensors() const {
+  if (kind_ == BlockKind::isolated) return true;
   const auto object = model::dataObjectOf(working_.block(kind_, number_), kind_,
                                           static_cast<std::int16_t>(number_));
   return object->Analog() != nullptr && object->Analog()->OpenSensIsValid();

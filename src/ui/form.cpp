@@ -230,7 +230,8 @@ Field& Form::pick(const FieldText& text, std::function<std::vector<std::string>(
   box->setInsertPolicy(QComboBox::NoInsert);
   Field& field = add(text, box);
   field.show = [box, texts = std::move(texts), place] {
-    if (!box->isEditable() || box->currentText() != qstring(place())) fill(*box, texts(), place());
+    const bool typedIn = box->isEditable() && box->count() > 0;
+    if (!typedIn || box->currentText() != qstring(place())) fill(*box, texts(), place());
   };
   const auto store = [this, box, place, &field] {
     place() = utf8(box->currentText());

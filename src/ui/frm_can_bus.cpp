@@ -81,7 +81,7 @@ ListWindow::List frmCanBus::items() {
       textColumn(
           "Name", "A name for the item.",
           [at](std::size_t row) -> std::string& { return at(row).Name; },
-          model::complaintAboutAlias),
+          channels::complaintAboutItemText),
       yesNoColumn("Enabled", "yes: the program has the item.",
                   [at](std::size_t row) -> bool& { return at(row).Enabled; }),
       {"Identifier", "The message on the bus.", [at](std::size_t row) { return at(row).DataId; }},
@@ -250,8 +250,9 @@ Form* frmCanBus::itemForm() {
            "Sixteen hexadecimal digits behind &H; a shorter text compares all bits."},
           18, [this]() -> std::string& { return item().RxDataMask; }, complaintAboutPattern)
       .shownWhen(answers);
-  form->text({"Description:", "For people; the program has no use for it."}, 80,
-             [this]() -> std::string& { return item().Description; });
+  form->text(
+      {"Description:", "For people; the program has no use for it."}, 80,
+      [this]() -> std::string& { return item().Description; }, channels::complaintAboutItemText);
   form->rowStretch();
   add(*form);
   return form;

@@ -103,6 +103,7 @@ void frmExecInt::addScanning(Form& form) {
   form.choice({"&Mode:", "Continuous scans go on all the time; a burst is kept in the buffer."},
               choicesOf({"Continuous", "Burst"}),
               [this]() -> std::int16_t& { return scan().ScanMode; })
+      .then([this] { switchBuffer(); })
       .closedWhen([this] {
         return isBurst() ? std::string() : timing::complaintAboutBurst(working_).value_or("");
       });
@@ -112,6 +113,12 @@ void frmExecInt::addScanning(Form& form) {
     flags.push_back({concat("when Flag ", flag, " is set"), flag});
   form.choice({"&Start:", "The scan begins at once, or waits for a flag."}, std::move(flags),
               [this]() -> std::int16_t& { return scan().FlagScan; });
+}
+
+/// A burst is always buffered. On a 7104 the switch is for bursts alone.
+void frmExecInt::switchBuffer() {
+  const bool kept = scan().ScanBuffer && !model::isK700X(working_.configuration);
+  scan().ScanBuffer = isBurst() || kept;
 }
 
 /// The 7104 buffers a number of scans; the 7103 has a switch beside it.

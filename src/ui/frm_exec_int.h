@@ -25,6 +25,7 @@ class frmExecInt final : public SetupWindow {
   void addInterval(Form& form);
   void addScanning(Form& form);
   void addBuffer(Form& form);
+  void switchBuffer();
   void addBurst(Form& form);
   void addBurstCondition(Form& form);
   void addReadings(Form& form);

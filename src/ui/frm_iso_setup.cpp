@@ -100,7 +100,7 @@ void frmIsoSetup::addFields(Form& form) {
               [this]() -> std::int16_t& { return block().InputType; });
   addTypeList(form, &model::MeasurementBlock::TCType).shownWhen(thermocouplesOnly);
   addRange(form);
-  addOpenSensor(form).closedWhen([] { return std::string(); }).shownWhen(thermocouplesOnly);
+  addOpenSensor(form).shownWhen(thermocouplesOnly);
   addTemperatureScale(form).shownWhen(thermocouplesOnly);
   addScaling(form);
   addUnits(form);

@@ -409,8 +409,17 @@ std::vector<std::string> frmOutInt::previewNames() const {
           concat("UNITS", number_)};
 }
 
+/// A box that is left empty keeps what it had.
+void frmOutInt::keepInterval() {
+  if (!table().OutInt.empty() || intervalBefore_.empty()) return;
+  table().OutInt = intervalBefore_;
+  noteEdit("Interval:");
+}
+
 /// Enter in the interval box settles the interval; elsewhere it is Done.
 bool frmOutInt::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == intervalBox_ && event->type() == QEvent::FocusIn) intervalBefore_ = table().OutInt;
+  if (watched == intervalBox_ && event->type() == QEvent::FocusOut) keepInterval();
   if (watched == intervalBox_ && event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {

@@ -45,6 +45,7 @@ class frmOutInt final : public SetupWindow {
   void findStored();
   void proposeName();
   void clampInterval();
+  void keepInterval();
   void tellOfFlag(int flag);
   void cmdTableTime_Click();
   [[nodiscard]] std::string intervalText() const;
@@ -60,6 +61,7 @@ class frmOutInt final : public SetupWindow {
   SheetModel list_;
   QTabBar* tabs_ = nullptr;
   QWidget* intervalBox_ = nullptr;
+  std::string intervalBefore_;  // when its box got the focus
 };
 
 }  // namespace ui

@@ -120,7 +120,7 @@ void SetupWindow::noteEdit(const QString& what) {
   if (working_ != before_) {
     if (what != lastEdit_ || past_.empty()) {
       past_.push_back(std::move(before_));
-      if (past_.size() > longestHistory) past_.erase(past_.begin());
+      if (past_.size() > longestHistory) past_.pop_front();
     }
     future_.clear();
     lastEdit_ = what;
@@ -153,7 +153,7 @@ void SetupWindow::tell(const QString& words) {
   hint_->setText(focused != nullptr ? focused->toolTip() : QString());
 }
 
-void SetupWindow::go(std::vector<model::Project>& from, std::vector<model::Project>& to) {
+void SetupWindow::go(History& from, History& to) {
   if (from.empty()) return;
   to.push_back(std::move(working_));
   working_ = std::move(from.back());

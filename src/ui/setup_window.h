@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QTimer>
+#include <deque>
 #include <functional>
 #include <vector>
 
@@ -80,7 +81,8 @@ class SetupWindow : public QDialog {
   [[nodiscard]] QString complaint() const;
   void showPreview();
   void fitScreen();
-  void go(std::vector<model::Project>& from, std::vector<model::Project>& to);
+  using History = std::deque<model::Project>;
+  void go(History& from, History& to);
 
   SetupWindow(const WindowPorts& ports, const model::Project& start, WindowInfo info,
               QWidget* parent);
@@ -92,7 +94,7 @@ class SetupWindow : public QDialog {
   WindowInfo info_;
   model::Project before_;  // the working copy as it was before the last edit
   QString lastEdit_;
-  std::vector<model::Project> past_, future_;
+  History past_, future_;
   std::vector<std::function<void()>> parts_;
   std::vector<Form*> forms_;
   ProgramView* preview_;

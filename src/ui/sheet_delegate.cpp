@@ -2,9 +2,12 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QStatusTipEvent>
+#include <algorithm>
+#include <iterator>
 
 #include "ui/sheet.h"
 
@@ -26,6 +29,12 @@ class CheckList final : public QListWidget {
   }
 
  protected:
+  /// An arrow at the end of the list does not go on to the next cell, which would close the list.
+  void keyPressEvent(QKeyEvent* event) override {
+    QListWidget::keyPressEvent(event);
+    constexpr int arrows[] = {Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End};
+    if (std::count(std::begin(arrows), std::end(arrows), event->key()) > 0) event->accept();
+  }
   void keyboardSearch(const QString& letters) override {
     if (letters == "+") {
       tickFound();

@@ -342,7 +342,9 @@ TEST_F(Hardware, APersonSetsUpAStationThatSwitchesItselfOff) {
   ui::SetupWindow& off = panel(powerOff);
   controlOf<QCheckBox>(off, "Conditional power off").click();
   controlOf<QCheckBox>(off, "Measurement").click();
-  controlOf<QComboBox>(off, "Variable:").setEditText("BattVolt");
+  auto& variable = controlOf<QComboBox>(off, "Variable:");
+  EXPECT_GE(variable.findText("BattVolt"), 0);  // offered, though nothing was chosen yet
+  variable.setEditText("BattVolt");
   choose(off, "Comparison:", " <");
   support::type(controlOf<ui::NumberBox>(off, "Value:"), "11");
   support::type(controlOf<ui::NumberBox>(off, "Off for:"), "5");

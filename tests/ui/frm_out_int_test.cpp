@@ -9,6 +9,7 @@
 
 #include "control_bench.h"
 #include "generator/program_writer.h"
+#include "hands.h"
 #include "ui/frm_table_times.h"
 #include "ui/frm_trigger.h"
 #include "ui/frm_write_if.h"
@@ -107,6 +108,17 @@ TEST_F(OutputTables, ClampsTheIntervalOnEnter) {
   choose("Units:", "uSec");
   support::type(box, "5");
   EXPECT_EQ(controlOf<QLabel>(*window, "That is:").text(), "50 uSec");
+}
+
+TEST_F(OutputTables, AnIntervalThatIsLeftEmptyStays) {
+  window->chooseTable(2);
+  const std::string before = table(2).OutInt;
+  auto& box = controlOf<QComboBox>(*window, "Interval:");
+  for (const char* nothing : {"", "VF"}) {  // letters are swallowed
+    support::typeText(box, nothing);
+    EXPECT_EQ(table(2).OutInt, before) << nothing;
+    EXPECT_EQ(box.currentText().toStdString(), before) << nothing;
+  }
 }
 
 TEST_F(OutputTables, ProposeTheNameOfAFilterRate) {
