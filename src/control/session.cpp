@@ -21,10 +21,16 @@ std::string workDirectoryOf(const ports::MachineRegistry& machine) {
   return set && !set->empty() ? *set : machine.applicationData();
 }
 
+std::size_t characters(std::string_view utf8) {
+  return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char c) {
+    return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;  // no byte that goes on with one
+  }));
+}
+
 }  // namespace
 
 bool isIdentity(std::string_view text) {
-  return text.size() <= panel::longestIdentity &&
+  return characters(text) <= panel::longestIdentity &&
          std::none_of(text.begin(), text.end(), [](char c) {
            return static_cast<unsigned char>(c) < ' ' || c == '[' || c == ']' || c == '"';
          });
@@ -104,6 +110,11 @@ void Session::edit(model::Project next, std::string name) {
   if (next == project_) return;
   history_.record(project_, std::move(name));
   replaceProject(std::move(next));
+}
+
+void Session::editOn(model::Project next, std::string name) {
+  if (history_.undoName() != name || history_.canRedo()) return edit(std::move(next), name);
+  if (next != project_) replaceProject(std::move(next));
 }
 
 void Session::undo() {
@@ -231,12 +242,12 @@ void Session::OffSaveDownload() { SetSaveDownload(false); }
 // The end of a project
 
 void Session::CloseSession() {
-  endWorkingCopy();
+  FormCleanup();
   makeNewProject();
 }
 
 void Session::NewProject() {
-  if (AskToSaveAll()) CloseSession();
+  if (ports_.host.finishWindows() && AskToSaveAll()) CloseSession();
 }
 
 bool Session::AskToSaveAll() {
@@ -253,8 +264,7 @@ bool Session::AskToSaveAll() {
 }
 
 bool Session::Quit() {
-  if (!AskToSaveAll()) return false;
-  FormCleanup();
+  if (!ports_.host.finishWindows() || !AskToSaveAll()) return false;
   CloseSession();
   return true;
 }

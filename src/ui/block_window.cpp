@@ -275,9 +275,10 @@ std::size_t BlockWindow::listedBlocks() const { return model::infoOf(kind_).bloc
 
 void BlockWindow::chooseBlock(std::size_t number) {
   if (number == number_) return;
-  number_ = number;
-  blockChosen();
-  showOther();
+  turnTo([this, number] {
+    number_ = number;
+    blockChosen();
+  });
   listView_->selectRow(static_cast<int>(number) - 1);
 }
 
@@ -337,6 +338,7 @@ double BlockWindow::settledReps(double wanted) {
   if (!complaint) return wanted;
   if (auto missing = model::complaintAboutModules(working_, kind_)) complaint = missing;
   ports_.messages.show(*complaint);
+  noteCorrection();
   return static_cast<double>(model::freeChannelsFor(working_, kind_, number_));
 }
 

@@ -51,6 +51,10 @@ class CalculatorWindow : public SetupWindow {
                     const std::function<int()>& chosen, const std::function<void(int)>& choose);
 
   bool mayBeDone() override;
+  /// Numbers that were tried out are forgotten without a question.
+  [[nodiscard]] std::optional<ports::Message> questionAboutEdits() const override {
+    return std::nullopt;
+  }
 
  private:
   ScaledBlock target_;

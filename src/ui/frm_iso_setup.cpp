@@ -90,6 +90,7 @@ double frmIsoSetup::settledScans(double scans) {
   if (scan * scans <= static_cast<double>(timing::longestSubscanMicros)) return scans;
   const int most = std::max<int>(timing::mostScansPerSubScan(scan), 1);
   ports_.messages.show(timing::subscanLimitMessage(most, true));
+  noteCorrection();
   return most;
 }
 

@@ -146,9 +146,10 @@ void frmOutInt::showTabs() {
 
 void frmOutInt::chooseTable(std::size_t number) {
   if (number == number_) return;
-  number_ = number;
-  tabs_->setCurrentIndex(static_cast<int>(number) - 1);
-  showOther();
+  turnTo([this, number] {
+    number_ = number;
+    tabs_->setCurrentIndex(static_cast<int>(number) - 1);
+  });
 }
 
 void frmOutInt::addTable(Form& form) {
@@ -430,20 +431,8 @@ bool frmOutInt::eventFilter(QObject* watched, QEvent* event) {
   return SetupWindow::eventFilter(watched, event);
 }
 
-void frmOutInt::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape) {
-    close();
-    return;
-  }
-  SetupWindow::keyPressEvent(event);
-}
-
-void frmOutInt::closeEvent(QCloseEvent* event) {
-  const bool edited = isVisible() && working_ != ports_.session.project();
-  if (!edited || ports_.messages.show(model::questionAboutTableEdits()) != ports::Answer::yes)
-    return SetupWindow::closeEvent(event);
-  event->ignore();
-  QMetaObject::invokeMethod(this, &frmOutInt::accept, Qt::QueuedConnection);
+std::optional<ports::Message> frmOutInt::questionAboutEdits() const {
+  return model::questionAboutTableEdits();
 }
 
 }  // namespace ui

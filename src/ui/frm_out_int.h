@@ -21,8 +21,7 @@ class frmOutInt final : public SetupWindow {
   bool isRidOfStatistics();
   [[nodiscard]] std::vector<std::string> previewNames() const override;
   bool eventFilter(QObject* watched, QEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
+  [[nodiscard]] std::optional<ports::Message> questionAboutEdits() const override;
 
  private:
   [[nodiscard]] model::OutputTable& table() { return working_.tables[number_ - 1]; }

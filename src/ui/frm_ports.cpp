@@ -109,8 +109,7 @@ QWidget* frmPorts::detail() {
   connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this](const QModelIndex& index) {
             if (!index.isValid() || static_cast<std::size_t>(index.row()) == port_) return;
-            port_ = static_cast<std::size_t>(index.row());
-            showOther();
+            turnTo([this, &index] { port_ = static_cast<std::size_t>(index.row()); });
           });
   add(portSheet_);
   view->resizeColumnsToContents();

@@ -97,6 +97,7 @@ struct KGenCtl::Parts final : ports::Host, ui::Desk {
     if (newProject) newProject->reject();
     if (help) help->close();
   }
+  bool finishWindows() override { return !window || !window->isVisible() || window->finish(); }
   void refresh() override {
     if (panel != nullptr) panel->refresh();
     Q_EMIT control.Changed();

@@ -69,8 +69,7 @@ QWidget* ListWindow::detailOr(QWidget* detail, const List& list) {
 
 void ListWindow::chooseRow(std::size_t row) {
   if (row == row_) return;
-  row_ = row;
-  showOther();
+  turnTo([this, row] { row_ = row; });
   if (view_->currentIndex().row() != static_cast<int>(row))
     view_->setCurrentIndex(listed_.index(static_cast<int>(row), 0));
 }

@@ -12,6 +12,7 @@
 #include "ui/icon.h"
 #include "ui/shown_text.h"
 #include "ui/texts.h"
+#include "ui/typing.h"
 
 namespace ui {
 
@@ -63,6 +64,19 @@ void colour(QWidget& widget, QPalette::ColorRole role, const std::string& chosen
   widget.setPalette(palette);
 }
 
+/// What a project file can hold of a typed text.
+QString identityOf(const QString& typed) {
+  QString taken;
+  for (const QChar each : typed)
+    if (control::isIdentity(utf8(QString(each)))) taken += each;
+  return taken;
+}
+
+/// The cursor of a box that shows it stays.
+void showIn(QLineEdit& box, const std::string& text) {
+  if (box.text() != qstring(text)) box.setText(qstring(text));
+}
+
 }  // namespace
 
 MainPanel::MainPanel(control::Session& session, QWidget* parent)
@@ -109,21 +123,18 @@ QLineEdit* MainPanel::identityBox(std::string_view name, std::string_view help,
                                   std::string model::LoggerConfiguration::*place) {
   auto* box = new QLineEdit(this);
   box->setMaxLength(static_cast<int>(panel::longestIdentity));
+  box->setValidator(new TypingRule(identityOf, box));
   describe(*box, qstring(name), qstring(help));
-  connect(box, &QLineEdit::editingFinished, this,
-          [this, box, place] { enterIdentity(*box, place); });
+  connect(box, &QLineEdit::textEdited, this, [this, box, place] { enterIdentity(*box, place); });
   return box;
 }
 
-/// Text that a project file can't hold makes way for what the project has.
+/// At once: a save or a window by its key finds what was typed.
 void MainPanel::enterIdentity(const QLineEdit& box,
                               std::string model::LoggerConfiguration::*place) {
-  const std::string typed = utf8(box.text());
-  if (typed == session_.project().configuration.*place) return;
-  if (!control::isIdentity(typed)) return refresh();
   model::Project next = session_.project();
-  next.configuration.*place = typed;
-  session_.edit(std::move(next), "operator and ID");
+  next.configuration.*place = utf8(box.text());
+  session_.editOn(std::move(next), "operator and ID");
 }
 
 QWidget* MainPanel::summaryColumn() {
@@ -175,8 +186,8 @@ QWidget* MainPanel::bottomRow() {
 
 void MainPanel::refresh() {
   const model::LoggerConfiguration& configuration = session_.project().configuration;
-  operator_->setText(qstring(configuration.Operator));
-  id_->setText(qstring(configuration.IDNumber));
+  showIn(*operator_, configuration.Operator);
+  showIn(*id_, configuration.IDNumber);
   heads_->refresh();
   const QString text = qstring(session_.summary());
   if (text != shownSummary_) showText(*summary_, std::exchange(shownSummary_, text), text);

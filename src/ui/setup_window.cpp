@@ -1,5 +1,7 @@
 #include "ui/setup_window.h"
 
+#include <QAbstractItemView>
+#include <QCloseEvent>
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QKeyEvent>
@@ -10,6 +12,7 @@
 #include <QSplitter>
 #include <QStatusTipEvent>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "control/program_excerpt.h"
 #include "generator/program_writer.h"
@@ -94,8 +97,9 @@ QWidget* SetupWindow::bottom() {
           &QPushButton::clicked, this, [this] { ports_.desk.showHelp(info_.page); });
   connect(addButton(*box, "Print", help::printWindow, QDialogButtonBox::ActionRole),
           &QPushButton::clicked, this, [this] { ports_.desk.printWindow(*this); });
-  connect(addButton(*box, "Cancel", info_.cancelHelp, QDialogButtonBox::RejectRole),
-          &QPushButton::clicked, this, &SetupWindow::reject);
+  QPushButton* cancel = addButton(*box, "Cancel", info_.cancelHelp, QDialogButtonBox::RejectRole);
+  cancel->setFocusPolicy(Qt::TabFocus);  // a click leaves what is being typed unsettled
+  connect(cancel, &QPushButton::clicked, this, &SetupWindow::reject);
   QPushButton* done = addButton(*box, "&Done", help::done, QDialogButtonBox::AcceptRole);
   done->setDefault(true);
   connect(done, &QPushButton::clicked, this, &SetupWindow::accept);
@@ -113,10 +117,14 @@ void SetupWindow::add(SheetModel& sheet) {
   parts_.emplace_back([&sheet] { sheet.refresh(); });
   sheet.setKeeper([this] { return [this, kept = working_] { working_ = kept; }; });
   connect(&sheet, &SheetModel::edited, this, &SetupWindow::noteEdit);
-  connect(&sheet, &SheetModel::refused, this, &SetupWindow::tell);
+  connect(&sheet, &SheetModel::refused, this, [this](const QString& complaint) {
+    refusal_ = complaint;
+    QTimer::singleShot(0, this, [this, complaint] { tell(complaint); });  // after the focus moved
+  });
 }
 
 void SetupWindow::noteEdit(const QString& what) {
+  refusal_.clear();
   if (working_ != before_) {
     if (what != lastEdit_ || past_.empty()) {
       past_.push_back(std::move(before_));
@@ -168,6 +176,15 @@ void SetupWindow::showOther() {
   refresh();
 }
 
+void SetupWindow::turnTo(const std::function<void()>& another) {
+  const QPointer<QWidget> focused = focusWidget();
+  const bool typed = focused && qobject_cast<QAbstractItemView*>(focused) == nullptr;
+  if (typed) focused->clearFocus();
+  another();
+  showOther();
+  if (typed && focused && focused->isVisible()) focused->setFocus();
+}
+
 void SetupWindow::undo() { go(past_, future_); }
 void SetupWindow::redo() { go(future_, past_); }
 
@@ -191,7 +208,10 @@ void SetupWindow::settleTyping() {
 }
 
 void SetupWindow::accept() {
+  corrected_ = false;
   settleTyping();
+  if (corrected_) return;
+  if (!refusal_.isEmpty()) return tell(std::exchange(refusal_, {}));
   for (const Form* form : forms_) {
     const Field* field = form->firstComplaint();
     if (field == nullptr) continue;
@@ -203,12 +223,56 @@ void SetupWindow::accept() {
   QDialog::accept();
 }
 
+void SetupWindow::reject() {
+  // A box that loses the focus now would still settle what was typed, and ask.
+  if (QWidget* focused = focusWidget()) focused->blockSignals(true);
+  for (Form* form : forms_) form->disarm();
+  QDialog::reject();
+}
+
+bool SetupWindow::edited() const {
+  return working_ != (owner_ != nullptr ? owner_->working_ : ports_.session.project());
+}
+
+std::optional<ports::Message> SetupWindow::questionAboutEdits() const {
+  return ports::Message{.title = utf8(windowTitle().toUpper()),
+                        .text = "Edits were made.  Save changes before exiting screen?",
+                        .icon = ports::Icon::question,
+                        .buttons = ports::Buttons::yesNoCancel,
+                        .defaultButton = ports::Answer::yes};
+}
+
+ports::Answer SetupWindow::answerAboutEdits() {
+  const auto question = edited() ? questionAboutEdits() : std::nullopt;
+  return question ? ports_.messages.show(*question) : ports::Answer::no;
+}
+
+bool SetupWindow::finish() {
+  for (SetupWindow* inner : findChildren<SetupWindow*>(Qt::FindDirectChildrenOnly))
+    if (inner->isVisible() && !inner->finish()) return false;
+  const ports::Answer answer = answerAboutEdits();
+  if (answer == ports::Answer::no) reject();
+  if (answer == ports::Answer::yes) accept();
+  return !isVisible();
+}
+
+/// Done waits until the event is over.
+void SetupWindow::closeEvent(QCloseEvent* event) {
+  const ports::Answer answer = isVisible() ? answerAboutEdits() : ports::Answer::no;
+  if (answer == ports::Answer::no) return QDialog::closeEvent(event);
+  event->ignore();
+  if (answer == ports::Answer::yes)
+    QMetaObject::invokeMethod(this, &SetupWindow::accept, Qt::QueuedConnection);
+}
+
 void SetupWindow::handOver() {
   if (owner_ != nullptr) {
     owner_->working_ = working_;
     return owner_->noteEdit(info_.editName);
   }
   const model::Project before = ports_.session.project();
+  working_.configuration.Operator = before.configuration.Operator;  // the panel's own, and
+  working_.configuration.IDNumber = before.configuration.IDNumber;  // the host's
   // What refers to a name follows when the name changes.
   ports_.session.edit(model::withNewNames(before, std::move(working_)), utf8(info_.editName));
   working_ = ports_.session.project();
@@ -246,7 +310,8 @@ bool SetupWindow::eventFilter(QObject* watched, QEvent* event) {
 
 void SetupWindow::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_F1) return ports_.desk.showHelp(info_.page);
-  QDialog::keyPressEvent(event);
+  if (event->key() != Qt::Key_Escape) return QDialog::keyPressEvent(event);
+  close();
 }
 
 /// Done must be on the screen, also on a small one.

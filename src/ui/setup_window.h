@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "control/panel_texts.h"
@@ -41,6 +42,10 @@ class SetupWindow : public QDialog {
   [[nodiscard]] const model::Project& working() const { return working_; }
   [[nodiscard]] const WindowInfo& info() const { return info_; }
   void accept() override;
+  /// Forgets the edits without a question.
+  void reject() override;
+  /// Asks about edits, as Escape and the frame's button do. False when the window stays open.
+  bool finish();
   void undo();
   void redo();
   /// Shows a window of this one, which then waits. Its Done is one edit here.
@@ -61,16 +66,23 @@ class SetupWindow : public QDialog {
   void refresh();
   /// After the window turned to another part of the working copy.
   void showOther();
+  /// Turns to another part: what is being typed belongs to the one before.
+  void turnTo(const std::function<void()>& another);
+  /// What was typed last was put right, which Done by its key must not pass over.
+  void noteCorrection() { corrected_ = true; }
   void tell(const QString& words);
 
   /// The last checks before Done: shows what is wrong; false keeps the window open.
   virtual bool mayBeDone() { return true; }
+  /// Asked before edits are forgotten by Escape or the frame's button; Yes is Done.
+  [[nodiscard]] virtual std::optional<ports::Message> questionAboutEdits() const;
   /// Names whose program lines are shown: "VBlk1*" also stands for longer ones.
   [[nodiscard]] virtual std::vector<std::string> previewNames() const { return {}; }
 
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
   WindowPorts ports_;
@@ -86,6 +98,8 @@ class SetupWindow : public QDialog {
 
   SetupWindow(const WindowPorts& ports, const model::Project& start, WindowInfo info,
               QWidget* parent);
+  [[nodiscard]] bool edited() const;
+  [[nodiscard]] ports::Answer answerAboutEdits();
   void settleTyping();
   void handOver();
   void tellOfMissing(const model::Project& before);
@@ -95,6 +109,8 @@ class SetupWindow : public QDialog {
   model::Project before_;  // the working copy as it was before the last edit
   QString lastEdit_;
   History past_, future_;
+  QString refusal_;  // of a cell, until an edit or Done
+  bool corrected_ = false;
   std::vector<std::function<void()>> parts_;
   std::vector<Form*> forms_;
   ProgramView* preview_;

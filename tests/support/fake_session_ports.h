@@ -112,6 +112,7 @@ class RecordedHost final : public ports::Host {
   std::vector<std::string> notes;
   std::optional<std::string> chosenPath;
   bool toolbarServer = true;
+  bool windowsEnd = true;
 
   void fileOpened(const std::string& project) override { add("opened ", project); }
   void downloadRequested(const std::string& program) override { add("download ", program); }
@@ -125,6 +126,7 @@ class RecordedHost final : public ports::Host {
   }
   void optionsRequested() override { events.emplace_back("options"); }
   void closeWindows() override { events.emplace_back("close windows"); }
+  bool finishWindows() override { return windowsEnd; }
   void refresh() override {}
   std::optional<std::string> choosePath(const ports::FileQuestion& question) override {
     events.push_back("choose " + question.title);

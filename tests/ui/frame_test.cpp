@@ -3,8 +3,11 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
+#include <QPushButton>
 
 #include "control_bench.h"
 #include "ui/frm_volt_setup.h"
@@ -14,6 +17,7 @@
 namespace {
 
 using model::BlockKind;
+using ports::Answer;
 using support::ControlBench;
 using support::controlOf;
 
@@ -36,8 +40,15 @@ class VoltageWindow : public testing::Test {
                        channels().model()->index(lastRow, lastColumn)),
         QItemSelectionModel::ClearAndSelect);
   }
-  ControlBench bench;
-  ui::frmVoltSetup* window = nullptr;
+  [[nodiscard]] QPushButton& buttonWith(QDialogButtonBox::ButtonRole role) const {
+    auto* box = window->findChild<QDialogButtonBox*>();
+    for (QAbstractButton* each : box->buttons())
+      if (box->buttonRole(each) == role) return dynamic_cast<QPushButton&>(*each);
+    throw std::runtime_error("no such button");
+  }
+  Answer answer = Answer::yes;
+  ControlBench bench{[this](const ports::Message&) { return answer; }};
+  QPointer<ui::frmVoltSetup> window;
 };
 
 TEST_F(VoltageWindow, CancelAfterEditsChangesNothing) {
@@ -46,6 +57,56 @@ TEST_F(VoltageWindow, CancelAfterEditsChangesNothing) {
   EXPECT_EQ(block().SettleTime, 120);
   window->reject();
   EXPECT_EQ(bench.project(), before);
+}
+
+TEST_F(VoltageWindow, AsksBeforeEscapeAndTheFrameForgetEdits) {
+  for (const bool byKey : {true, false}) {
+    for (const Answer each : {Answer::cancel, Answer::no, Answer::yes}) {
+      window = &bench.open<ui::frmVoltSetup>(voltage);
+      const int wanted = 200 + block().SettleTime;
+      support::type(controlOf<ui::NumberBox>(*window, "Settling time:"), QString::number(wanted));
+      answer = each;
+      bench.messages.shown.clear();
+      byKey ? QTest::keyClick(window, Qt::Key_Escape) : void(window->close());
+      QCoreApplication::processEvents();
+      ASSERT_EQ(bench.messages.shown.size(), 1U);
+      EXPECT_EQ(window && window->isVisible(), each == Answer::cancel);
+      if (window) window->reject();
+      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+      const int stored = bench.project().block(BlockKind::voltage, 1).SettleTime;
+      EXPECT_EQ(stored == wanted, each == Answer::yes);
+    }
+  }
+}
+
+TEST_F(VoltageWindow, StaysOpenWhileTheLastCellIsRefused) {
+  channels().setFocus();
+  channels().setCurrentIndex(channels().model()->index(0, 1));
+  QTest::keyClicks(&channels(), "I");
+  QTest::keyClicks(QApplication::focusWidget(), "nlet Pressure");
+  QTest::mouseClick(&buttonWith(QDialogButtonBox::AcceptRole), Qt::LeftButton);
+  ASSERT_TRUE(window->isVisible());
+  EXPECT_FALSE(window->hint().isEmpty());
+  window->accept();
+  EXPECT_FALSE(window->isVisible());
+}
+
+/// By the mouse and by its key.
+TEST_F(VoltageWindow, SettlesNothingThatCancelForgets) {
+  auto& reps = controlOf<ui::NumberBox>(*window, "Reps:");
+  const auto typeTooMany = [&] {
+    reps.setFocus();
+    QTest::keyClick(&reps, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(&reps, "500");
+  };
+  typeTooMany();
+  window->accept();
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(bench.messages.titles(), std::vector<std::string>{"NOT ENOUGH CHANNELS"});
+  typeTooMany();
+  QTest::mouseClick(&buttonWith(QDialogButtonBox::RejectRole), Qt::LeftButton);
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(bench.messages.shown.size(), 1U);
 }
 
 TEST_F(VoltageWindow, RefusesWhatIsTypedWrongAndStaysOpen) {

@@ -85,6 +85,22 @@ TEST_F(OutputTables, PutsTextsBackByEscape) {
   }
 }
 
+/// By Alt and its number, which leaves the focus in the box.
+TEST_F(OutputTables, LeaveATextWithTheTableThatItWasTypedFor) {
+  const model::Project before = window->working();
+  for (const char* caption : {"Name:", "Records:"}) {
+    SCOPED_TRACE(caption);
+    window->chooseTable(1);
+    auto& box = controlOf<QWidget>(*window, caption);
+    box.setFocus();
+    window->chooseTable(2);
+    EXPECT_TRUE(box.hasFocus());
+    QTest::keyClicks(&box, "x");
+    QTest::keyClick(&box, Qt::Key_Escape);
+    EXPECT_EQ(window->working(), before);
+  }
+}
+
 TEST_F(OutputTables, ClampsTheIntervalOnEnter) {
   window->chooseTable(2);
   auto& box = controlOf<QComboBox>(*window, "Interval:");

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
+#include <QLineEdit>
 #include <QMetaMethod>
 #include <QMetaProperty>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QToolButton>
 
@@ -10,6 +13,7 @@
 namespace {
 
 using support::ControlBench;
+using support::controlOf;
 using Names = QStringList;
 
 /// What hosts are written against: a name that goes missing breaks them at run time.
@@ -85,6 +89,51 @@ TEST(KGenCtl, TakesMessagesColoursAndButtonsFromItsHost) {
   EXPECT_FALSE(bench.control->findChild<QToolButton*>("button_16")->isVisible());
   bench.control->SetSaveDownload(true);
   EXPECT_TRUE(bench.control->findChild<QToolButton*>("button_16")->isVisible());
+}
+
+TEST(KGenCtl, KeepsWhatIsStillBeingTypedInOperatorAndId) {
+  ControlBench bench;
+  bench.openExample("pump_house");
+  const model::Project before = bench.project();
+  auto& box = controlOf<QLineEdit>(*bench.control, "Operator");
+  box.setFocus();
+  QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClicks(&box, QString::fromUtf8("Jürgen [Müller]-Lüdenscheid"));
+  EXPECT_TRUE(bench.control->SaveDldFile());
+  const std::string typed = "Jürgen Müller-Lüdenscheid";
+  EXPECT_EQ(bench.project().configuration.Operator, typed);
+  EXPECT_NE(bench.files.read(bench.folder + "/pump_house.GN7").find(typed), std::string::npos);
+  EXPECT_EQ(box.text().toStdString(), typed);
+  bench.control->session().undo();
+  EXPECT_EQ(bench.project().configuration.Operator, before.configuration.Operator);
+}
+
+/// A window holds a copy of the project that was there when it was opened.
+TEST(KGenCtl, AsksAboutAWindowBeforeItsProjectIsReplaced) {
+  ports::Answer answer = ports::Answer::cancel;
+  ControlBench bench([&](const ports::Message&) { return answer; });
+  bench.openExample("pump_house");
+  const QPointer<ui::SetupWindow> window = &bench.open(4);
+  controlOf<QCheckBox>(*window, "Reverse inputs").click();
+  const QString pumpHouse = bench.control->CurrentFileName();
+  bench.openExample("battery_test");
+  EXPECT_EQ(bench.control->CurrentFileName(), pumpHouse);
+  ASSERT_TRUE(window && window->isVisible());
+  bench.control->StringToMessage("OPERATOR=A. Host");
+  answer = ports::Answer::no;
+  bench.openExample("battery_test");
+  EXPECT_TRUE(bench.control->CurrentFileName().endsWith("battery_test.GN7"));
+  EXPECT_FALSE(window && window->isVisible());
+}
+
+TEST(KGenCtl, LeavesOperatorAndIdToTheHostWhileAWindowIsOpen) {
+  ControlBench bench;
+  bench.openExample("pump_house");
+  ui::SetupWindow& window = bench.open(4);
+  controlOf<QCheckBox>(window, "Reverse inputs").click();
+  bench.control->StringToMessage("OPERATOR=A. Host");
+  window.accept();
+  EXPECT_EQ(bench.project().configuration.Operator, "A. Host");
 }
 
 TEST(KGenCtl, OpensOneSetupWindowAtATime) {
