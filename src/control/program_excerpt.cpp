@@ -94,6 +94,21 @@ std::size_t openingLine(const Program& program, const Statement& statement) {
   return own;
 }
 
+bool isBranch(const Statement& statement) {
+  using enum logscript::StatementKind;
+  return statement.kind == elseIf || statement.kind == otherwise || statement.kind == close;
+}
+
+/// Of an If that is shown, the lines that tell when its parts run.
+void showBranches(const Program& program, std::vector<char>& shown) {
+  for (const Statement& statement : program.statements) {
+    const Statement& block = program.statements[statement.parent];
+    if (block.kind == logscript::StatementKind::ifThen && !block.implied && isBranch(statement) &&
+        shown[lineOf(program, block)] != 0)
+      shown[lineOf(program, statement)] = 1;
+  }
+}
+
 }  // namespace
 
 std::string excerpt(std::string_view program, const std::vector<std::string>& names) {
@@ -108,6 +123,7 @@ std::string excerpt(std::string_view program, const std::vector<std::string>& na
     if (chosen[own] != 0) shown[opening] = 1;
     if (openers[opening] != 0) shown[own] = 1;
   }
+  showBranches(tree, shown);
   std::string lines;
   for (std::size_t line = 0; line < shown.size(); ++line)
     if (shown[line] != 0) lines += lineAt(tree, line);

@@ -39,7 +39,8 @@ TEST(Excerpt, HasWholeWordsBelowTheLineThatOpensTheirBlock) {
             "   Scan(1,Sec,0,0)\r\n"
             "      If PRESS > 3 Then Flag(3) = True\r\n"
             "      If Other > 3 Then\r\n"
-            "         Flag(3) = False\r\n");
+            "         Flag(3) = False\r\n"
+            "      EndIf\r\n");
   EXPECT_EQ(excerpt(program, {"VBl*", "Nothing"}),
             "Dim VBlk1(VREP1)\r\n"
             "Alias VBlk1(1) = Press\r\n"
@@ -57,6 +58,31 @@ TEST(Excerpt, HasWholeWordsBelowTheLineThatOpensTheirBlock) {
     EXPECT_EQ(excerpt(program, names), "");
   EXPECT_EQ(excerpt("Dim B1(2)\r\nDim B1Zero(2)\r\nDim B10(2)\r\n", {"B1*"}),
             "Dim B1(2)\r\nDim B1Zero(2)\r\n");
+}
+
+TEST(Excerpt, TellsWhenThePartsOfAnIfRun) {
+  constexpr std::string_view branches =
+      "BeginProg\r\n"
+      "   Scan(1,Sec,0,0)\r\n"
+      "      If A > 1 Then\r\n"
+      "         Flag(1) = True\r\n"
+      "         If B > 1 Then\r\n"
+      "            Other = 1\r\n"
+      "         End If\r\n"
+      "      ElseIf A < 0 Then\r\n"
+      "         Flag(1) = False\r\n"
+      "      Else\r\n"
+      "         Other = 2\r\n"
+      "      End If\r\n"
+      "   Next Scan\r\n"
+      "EndProg\r\n";
+  EXPECT_EQ(excerpt(branches, {"Flag(1)"}),
+            "      If A > 1 Then\r\n"
+            "         Flag(1) = True\r\n"
+            "      ElseIf A < 0 Then\r\n"
+            "         Flag(1) = False\r\n"
+            "      Else\r\n"
+            "      End If\r\n");
 }
 
 TEST(Excerpt, TakesAnyTextAsProgram) {
