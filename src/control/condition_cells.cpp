@@ -127,6 +127,17 @@ Complaint storeCell(ConditionCell cell, std::string_view text, Condition& condit
   return storeExpression(text, condition, project);
 }
 
+std::optional<std::string> complaintAboutStateCondition(const Condition& condition) {
+  if (condition.VarIdx == 0 && condition.Varb.empty()) return std::nullopt;
+  Condition whole = condition;
+  whole.Expression.clear();
+  const std::string text = model::conditionText(whole);
+  return concat(
+      "only a number can stand here; write ",
+      text.empty() ? concat("the comparison with ", condition.Varb) : concat("'", text, "'"),
+      " as free expression");
+}
+
 std::vector<std::string> comparisons() {
   std::vector<std::string> texts;
   for (int code = 0; code < comparisonCount; ++code)

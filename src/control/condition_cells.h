@@ -21,6 +21,10 @@ std::string cellText(ConditionCell cell, const model::Condition& condition);
 std::optional<std::string> storeCell(ConditionCell cell, std::string_view text,
                                      model::Condition& condition, const model::Project& project);
 
+/// Conditions of flags, ports and outputs compare one variable with a number: the project file
+/// keeps no index and no second variable of theirs. Says what to write in place of these.
+std::optional<std::string> complaintAboutStateCondition(const model::Condition& condition);
+
 /// ">", ">=" and so on: all comparisons.
 std::vector<std::string> comparisons();
 

@@ -43,9 +43,10 @@ ConditionSheet::ConditionSheet(ConditionRows rows, const model::Project& project
 
 void ConditionSheet::arrangeColumns() {
   const int letter = view_->fontMetrics().averageCharWidth();
-  const int widths[] = {22, 7, 12, 18};  // in letters; the rest as their titles need
-  const int first = rows_.name ? 1 : 0;
-  for (int i = 0; i < 4; ++i) view_->setColumnWidth(first + i, widths[i] * letter);
+  std::vector<int> widths = {22, 7, 12, 18};  // in letters; the rest as their titles need
+  if (rows_.ofState) widths = {22, 12, 18};
+  int column = rows_.name ? 1 : 0;
+  for (const int width : widths) view_->setColumnWidth(column++, width * letter);
   const int expression = sheet_.columnCount() - 2;
   view_->setColumnWidth(expression, 28 * letter);
   const int frame = 2 * view_->frameWidth() + view_->horizontalHeader()->sizeHint().height();
@@ -61,18 +62,14 @@ std::vector<SheetColumn> ConditionSheet::columns() {
   variable.freeText = true;
   SheetColumn compare = column(ConditionCell::compare, "Operator", "How it is compared.");
   compare.offers = control::comparisons;
-  SheetColumn value =
-      column(ConditionCell::value, "Value or variable",
-             "A number, another variable, or True and False where a flag is tested.");
-  value.offers = [this] { return variables(); };
-  value.freeText = true;
   std::vector<SheetColumn> columns;
   if (rows_.name) columns.push_back({"Condition", "What the condition decides.", rows_.name});
   columns.push_back(std::move(variable));
-  columns.push_back(column(ConditionCell::index, "Index",
-                           "The element of an array; nothing where the variable names one."));
+  if (!rows_.ofState)
+    columns.push_back(column(ConditionCell::index, "Index",
+                             "The element of an array; nothing where the variable names one."));
   columns.push_back(std::move(compare));
-  columns.push_back(std::move(value));
+  columns.push_back(valueColumn());
   if (rows_.logic) columns.push_back(logicColumn());
   columns.push_back(column(ConditionCell::expression, "Free expression",
                            "An expression of the program language; it takes the place of the "
@@ -92,6 +89,19 @@ SheetColumn ConditionSheet::column(ConditionCell cell, const QString& title, con
     return store(row, cell, text);
   };
   return column;
+}
+
+SheetColumn ConditionSheet::valueColumn() {
+  if (rows_.ofState)
+    return column(ConditionCell::value, "Value",
+                  "A number, or True and False where a flag is tested. Another variable to compare "
+                  "with goes into the free expression.");
+  SheetColumn value =
+      column(ConditionCell::value, "Value or variable",
+             "A number, another variable, or True and False where a flag is tested.");
+  value.offers = [this] { return variables(); };
+  value.freeText = true;
+  return value;
 }
 
 SheetColumn ConditionSheet::logicColumn() {
@@ -147,6 +157,8 @@ Complaint ConditionSheet::store(std::size_t row, ConditionCell cell, std::string
   if (!counts(row) && text::trimmed(text).empty()) return std::nullopt;
   Condition condition = counts(row) ? rows_.at(row) : Condition{};
   if (Complaint complaint = control::storeCell(cell, text, condition, project_)) return complaint;
+  if (rows_.ofState)
+    if (Complaint complaint = control::complaintAboutStateCondition(condition)) return complaint;
   addUpTo(row);
   rows_.at(row) = std::move(condition);
   dropBlankEnd();

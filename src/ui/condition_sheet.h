@@ -20,6 +20,8 @@ struct ConditionRows {
   std::function<std::string&(std::size_t row)> logic = {};
   /// What stands before a row in place of its number.
   std::function<std::string(std::size_t row)> name = {};
+  /// Conditions of flags, ports and outputs: no index, and a number to compare with.
+  bool ofState = false;
 };
 
 /// A sheet of conditions: variable, index, comparison, value or variable, and an expression that
@@ -40,6 +42,7 @@ class ConditionSheet final : public QWidget {
   [[nodiscard]] std::vector<SheetColumn> columns();
   [[nodiscard]] SheetColumn column(control::ConditionCell cell, const QString& title,
                                    const QString& help);
+  [[nodiscard]] SheetColumn valueColumn();
   [[nodiscard]] SheetColumn logicColumn();
   [[nodiscard]] SheetColumn readsColumn();
   [[nodiscard]] std::vector<std::string> variables() const;

@@ -5,10 +5,10 @@
 
 #include "model/channel_plan.h"
 #include "model/module_terminals.h"
-#include "model/pick_list.h"
 #include "text/strings.h"
 #include "ui/cell_columns.h"
 #include "ui/condition_sheet.h"
+#include "ui/listed_variables.h"
 
 namespace ui {
 namespace {
@@ -50,13 +50,21 @@ ListWindow::List frmExcite::outputs() {
     const auto& channels = working_.excitation.channels;
     return row < channels.size() ? channels[row] : ExcitationChannel{};
   };
-  const auto number = [this, read](const char* title, const char* help,
+  const auto edit = [this, read](std::size_t row, const auto& store) -> Complaint {
+    ExcitationChannel channel = read(row);
+    if (Complaint complaint = store(channel)) return complaint;
+    if (channel != read(row)) at(row) = channel;
+    return std::nullopt;
+  };
+  const auto number = [read, edit](const char* title, const char* help,
                                    double ExcitationChannel::*member,
                                    const model::FieldBounds& bounds) {
     return SheetColumn{
         title, help, [read, member](std::size_t row) { return text::shortest(read(row).*member); },
-        [this, member, bounds](std::size_t row, std::string_view cell) {
-          return storeNumber(cell, bounds.low, bounds.high, at(row).*member);
+        [edit, member, bounds](std::size_t row, std::string_view cell) {
+          return edit(row, [&](ExcitationChannel& channel) {
+            return storeNumber(cell, bounds.low, bounds.high, channel.*member);
+          });
         }};
   };
   std::vector<SheetColumn> columns = {
@@ -68,15 +76,20 @@ ListWindow::List frmExcite::outputs() {
        }},
       {"In use", "yes: the program drives the output.",
        [read](std::size_t row) { return yesNoText(read(row).Include); },
-       [this](std::size_t row, std::string_view cell) { return storeYesNo(cell, at(row).Include); },
+       [edit](std::size_t row, std::string_view cell) {
+         return edit(row, [&](ExcitationChannel& to) { return storeYesNo(cell, to.Include); });
+       },
        [] {
          return std::vector<std::string>{"no", "yes"};
        }},
       listColumn(
           "Mode", "Static: always state 1. Dynamic: as the conditions say.", modes,
           [read](std::size_t row) { return modes[read(row).DynamicStatic == 0 ? 0 : 1]; },
-          [this](std::size_t row, std::size_t index) {
-            at(row).DynamicStatic = static_cast<std::int16_t>(index);
+          [edit](std::size_t row, std::size_t index) {
+            edit(row, [&](ExcitationChannel& channel) {
+              channel.DynamicStatic = static_cast<std::int16_t>(index);
+              return Complaint();
+            });
           }),
       number("State 1 mV", "The output while state 1 holds.", &ExcitationChannel::State1,
              model::outputStateBounds),
@@ -101,7 +114,8 @@ QWidget* frmExcite::conditions() {
     return none.conditions[state];
   };
   rows.name = [](std::size_t state) { return text::concat("State ", state + 1); };
-  auto* sheet = new ConditionSheet(std::move(rows), working_, model::allVariables,
+  rows.ofState = true;
+  auto* sheet = new ConditionSheet(std::move(rows), working_, listedTypes(ports_),
                                    "Conditions of the output", this);
   add(sheet->sheet());
   auto* side = new QWidget(this);

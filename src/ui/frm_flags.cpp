@@ -4,10 +4,10 @@
 #include <algorithm>
 
 #include "model/conditions.h"
-#include "model/pick_list.h"
 #include "text/strings.h"
 #include "ui/cell_columns.h"
 #include "ui/condition_sheet.h"
+#include "ui/listed_variables.h"
 
 namespace ui {
 
@@ -63,7 +63,8 @@ QWidget* frmFlags::conditions() {
     return working_.flags[row()].states[state];
   };
   rows.name = [](std::size_t state) { return text::concat("State ", state + 1); };
-  auto* sheet = new ConditionSheet(std::move(rows), working_, model::allVariables,
+  rows.ofState = true;
+  auto* sheet = new ConditionSheet(std::move(rows), working_, listedTypes(ports_),
                                    "Conditions of the flag", this);
   add(sheet->sheet());
   return sheet;

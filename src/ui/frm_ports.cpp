@@ -4,12 +4,13 @@
 #include <QVBoxLayout>
 
 #include "companion/wiring_diagram.h"
-#include "model/pick_list.h"
 #include "text/strings.h"
 #include "ui/cell_columns.h"
 #include "ui/condition_sheet.h"
+#include "ui/listed_variables.h"
 #include "ui/mask_box.h"
 #include "ui/processing_buttons.h"
+#include "ui/sheet_delegate.h"
 
 namespace ui {
 namespace {
@@ -24,6 +25,30 @@ std::string groupName(const model::PortGroupPlace& place) {
   const char* ports = !place.input ? "1-8" : place.upper ? "9-16" : "1-8";
   return text::concat(module, " slot ", place.slot, ", ports ", ports);
 }
+
+/// Cells of ports that something else uses are grey and open no editor.
+class TakenPorts final : public SheetDelegate {
+ public:
+  TakenPorts(std::function<bool(std::size_t port)> taken, QObject* parent)
+      : SheetDelegate(parent), taken_(std::move(taken)) {}
+
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const override {
+    return isTaken(index) ? nullptr : SheetDelegate::createEditor(parent, option, index);
+  }
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    SheetDelegate::initStyleOption(option, index);
+    if (isTaken(index)) option->state &= ~QStyle::State_Enabled;
+  }
+
+ private:
+  [[nodiscard]] bool isTaken(const QModelIndex& index) const {
+    return taken_(static_cast<std::size_t>(index.row()));
+  }
+  std::function<bool(std::size_t port)> taken_;
+};
 
 /// The project without ports: what else has its terminals.
 model::Project withoutPorts(model::Project project) {
@@ -105,6 +130,9 @@ QWidget* frmPorts::detail() {
   });
   auto* view = new SheetView(portSheet_, side);
   view->setObjectName("ports");
+  view->setItemDelegate(new TakenPorts(
+      [this](std::size_t port) { return !group().ports[port].Include && !otherUse(port).empty(); },
+      view));
   describe(*view, "Ports of the group", "Choose a port to see its conditions.");
   connect(view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this](const QModelIndex& index) {
@@ -204,7 +232,8 @@ QWidget* frmPorts::conditions() {
   rows.at = [this](std::size_t condition) -> model::Condition& {
     return group().ports[port_].conditions[condition];
   };
-  auto* sheet = new ConditionSheet(std::move(rows), working_, model::allVariables,
+  rows.ofState = true;
+  auto* sheet = new ConditionSheet(std::move(rows), working_, listedTypes(ports_),
                                    "Conditions of the port", this);
   add(sheet->sheet());
   onRefresh([this, sheet] { sheet->setVisible(!group().ReadMode); });

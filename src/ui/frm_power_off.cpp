@@ -4,10 +4,10 @@
 #include <QVBoxLayout>
 
 #include "model/conditions.h"
-#include "model/pick_list.h"
 #include "text/strings.h"
 #include "ui/config_panels.h"
 #include "ui/frm_battery_saver.h"
+#include "ui/listed_variables.h"
 
 namespace ui {
 namespace {
@@ -67,10 +67,7 @@ void frmPowerOff::addCondition(Form& form) {
              [this]() -> bool& { return configuration().EnablePowerOff; });
   form.pick(
       {"&Variable:", "The measurement that is compared."},
-      [this] {
-        const auto types = static_cast<unsigned>(ports_.session.settings().UserVarListTypes);
-        return model::variableNames(working_, types);
-      },
+      [this] { return listedVariables(ports_, working_); },
       [this]() -> std::string& { return configuration().PowerOffMeasVar; }, true);
   form.choice({"&Comparison:", "How it is compared."}, powerOffComparisons(),
               [this]() -> std::int16_t& { return configuration().PowerOffCompare; });

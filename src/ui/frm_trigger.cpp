@@ -6,6 +6,7 @@
 
 #include "model/conditions.h"
 #include "text/strings.h"
+#include "ui/listed_variables.h"
 
 namespace ui {
 
@@ -33,9 +34,8 @@ frmTrigger::frmTrigger(SetupWindow& owner, std::size_t table)
 QWidget* frmTrigger::page(int trigger) {
   auto* page = new QWidget(this);
   auto* layout = new QVBoxLayout(page);
-  auto* sheet = new ConditionSheet(
-      rowsOf(trigger), working_, static_cast<unsigned>(ports_.session.settings().UserVarListTypes),
-      trigger == 0 ? "Start conditions" : "Stop conditions", page);
+  auto* sheet = new ConditionSheet(rowsOf(trigger), working_, listedTypes(ports_),
+                                   trigger == 0 ? "Start conditions" : "Stop conditions", page);
   sheets_[static_cast<std::size_t>(trigger)] = sheet;
   auto* words = new QLabel(page);
   words->setWordWrap(true);

@@ -4,6 +4,7 @@
 
 #include "model/conditions.h"
 #include "text/strings.h"
+#include "ui/listed_variables.h"
 
 namespace ui {
 
@@ -15,9 +16,8 @@ frmWriteIf::frmWriteIf(SetupWindow& owner, std::size_t table)
       before_(this->table()) {
   auto* contents = new QWidget(this);
   auto* layout = new QVBoxLayout(contents);
-  sheet_ = new ConditionSheet(rows(), working_,
-                              static_cast<unsigned>(ports_.session.settings().UserVarListTypes),
-                              "Conditions for a record", contents);
+  sheet_ = new ConditionSheet(rows(), working_, listedTypes(ports_), "Conditions for a record",
+                              contents);
   auto* expression = new QLabel(contents);
   expression->setWordWrap(true);
   expression->setTextInteractionFlags(Qt::TextSelectableByMouse);

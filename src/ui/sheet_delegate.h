@@ -6,7 +6,7 @@ namespace ui {
 
 /// Editors of sheet cells: a list where a column offers texts, a list with check boxes where they
 /// can be combined, else a line.
-class SheetDelegate final : public QStyledItemDelegate {
+class SheetDelegate : public QStyledItemDelegate {
   Q_OBJECT
  public:
   using QStyledItemDelegate::QStyledItemDelegate;

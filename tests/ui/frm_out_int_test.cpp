@@ -267,6 +267,30 @@ TEST_F(OutputTables, AreTriggeredByConditions) {
   EXPECT_NE(text.find("DataEvent(20,bStartTrigger,bStopTrigger,0)"), text.npos);
 }
 
+/// All cells of their conditions, also the element and another variable.
+TEST_F(OutputTables, ConditionsComeBackFromTheFile) {
+  const auto fill = [](ui::ConditionSheet& conditions) {
+    auto& view = conditions.view();
+    view.setCurrentIndex(view.model()->index(0, 0));
+    view.pasteText("Flag\t2\t<>\tFalse\nBattVolt\t\t<=\tBattCurr\nBattVolt\t\t<\t11.25\n");
+  };
+  window->chooseTable(2);
+  press("Trigger...");
+  fill(inner<ui::frmTrigger>().conditions(0));
+  fill(inner<ui::frmTrigger>().conditions(1));
+  inner<ui::frmTrigger>().accept();
+  press("Write if...");
+  fill(inner<ui::frmWriteIf>().conditions());
+  inner<ui::frmWriteIf>().accept();
+  window->accept();
+  bench.control->SaveDldFile();
+  const model::Project saved = bench.project();
+  EXPECT_EQ(saved.tables[1].DataEventStart,
+            "Flag(2) <> False And BattVolt <= BattCurr And BattVolt < 11.25");
+  bench.control->OpenFile(bench.control->CurrentFileName());
+  EXPECT_EQ(bench.project(), saved);
+}
+
 TEST_F(OutputTables, AreWrittenUnderConditions) {
   window->chooseTable(7);  // has a condition
   press("Write if...");
