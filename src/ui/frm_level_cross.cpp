@@ -6,6 +6,7 @@
 #include "model/pick_list.h"
 #include "text/numbers.h"
 #include "ui/cell_columns.h"
+#include "ui/listed_variables.h"
 
 namespace ui {
 namespace {
@@ -22,6 +23,11 @@ void copyLevels(const model::TableProcessing& from, model::TableProcessing& to) 
   to.LevNumTests = from.LevNumTests;
   to.LevelVarTwo = from.LevelVarTwo;
   to.NumDims = from.NumDims;
+}
+
+/// While a number is typed it may be a small one for a moment: what is beyond it stays until Done.
+void grow(std::vector<double>& values, double count) {
+  values.resize(std::max(values.size(), static_cast<std::size_t>(count)));
 }
 
 }  // namespace
@@ -64,7 +70,7 @@ void frmLevelCross::addTests(Form& form) {
   form.pick(
           {"Second &variable:", "Crossings are counted by its value too; empty for none."},
           [this] {
-            std::vector<std::string> names = model::variableNames(working_);
+            std::vector<std::string> names = listedVariables(ports_, working_);
             names.insert(names.begin(), "");
             return names;
           },
@@ -118,7 +124,7 @@ void frmLevelCross::setLevels(double count) {
   now[levels] = count;
   parameterText() = model::parameterText(now);
   processing().LevNumLevels = static_cast<std::int16_t>(count);
-  processing().LevelVarOne.resize(static_cast<std::size_t>(count));
+  grow(processing().LevelVarOne, count);
 }
 
 void frmLevelCross::setTests(double count) {
@@ -126,7 +132,7 @@ void frmLevelCross::setTests(double count) {
   now[tests] = count;
   parameterText() = model::parameterText(now);
   processing().LevNumTests = static_cast<std::int16_t>(hasSecond() ? count : 0);
-  processing().LevelVarTwo.resize(static_cast<std::size_t>(processing().LevNumTests));
+  grow(processing().LevelVarTwo, processing().LevNumTests);
 }
 
 void frmLevelCross::chooseSecond() {
@@ -145,8 +151,10 @@ void frmLevelCross::showPicture() {
 }
 
 bool frmLevelCross::mayBeDone() {
+  if (processing() == before_) return true;
+  processing().LevelVarOne.resize(static_cast<std::size_t>(processing().LevNumLevels));
+  processing().LevelVarTwo.resize(static_cast<std::size_t>(processing().LevNumTests));
   const model::TableProcessing edited = processing();
-  if (edited == before_) return true;
   for (std::size_t t = 0; t < model::maxTables; ++t)
     if (channelsIn(t) > 0) copyLevels(edited, target().levels(working_, t));
   return true;

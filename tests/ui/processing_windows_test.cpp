@@ -118,6 +118,27 @@ TEST_F(Processings, LevelsHoldForAllTablesOfTheBlock) {
   }
 }
 
+/// A number passes smaller ones while it is typed.
+TEST_F(Processings, LevelsBeyondANumberStayUntilDone) {
+  open<ui::frmLevelCross>("Level crossing...");
+  enter("Levels:", "3");
+  support::pasteAt(*window, "Level", 0, 0, "1\n2.5\n4\n");
+  auto& second = controlOf<QComboBox>(*window, "Second variable:");
+  second.setCurrentIndex(2);
+  Q_EMIT second.activated(2);
+  enter("Tests:", "2");
+  support::pasteAt(*window, "Test", 0, 0, "7\n8\n");
+  enter("Levels:", "10");
+  enter("Tests:", "1");
+  enter("Tests:", "3");
+  const model::TableProcessing& filed = done(0);
+  EXPECT_EQ(filed.LevelVarOne, (std::vector<double>{1, 2.5, 4, 0, 0, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(filed.LevelVarTwo, (std::vector<double>{7, 8, 0}));
+  open<ui::frmLevelCross>("Level crossing...");
+  enter("Levels:", "2");
+  EXPECT_EQ(done(0).LevelVarOne, (std::vector<double>{1, 2.5}));
+}
+
 TEST_F(Processings, DoneWithoutAnEditChangesNothing) {
   const model::Project before = owner->working();
   open<ui::frmHistogram>("Histogram...");
