@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "model/block_rules.h"
 #include "model/expression_names.h"
 #include "model/pick_list.h"
 #include "text/strings.h"
@@ -50,15 +51,27 @@ std::optional<ExpressionFault> faultIn(std::string_view expression, const model:
 
 std::optional<ExpressionFault> faultIn(const model::CalculatedField& field,
                                        const model::Project& project) {
-  constexpr int runningAverage = 1;
   if (auto fault = faultIn(field.CalcExpress, project)) return fault;
-  if (field.CalcType != runningAverage) return std::nullopt;
+  if (!isRunningAverage(field)) return std::nullopt;
   const std::string_view source = text::trimmed(field.CalcExpress);
   const std::vector<NameInExpression> names = model::namesIn(source);
   if (names.size() == 1 && names.front().length == source.size()) return std::nullopt;
   return ExpressionFault{0, field.CalcExpress.size(),
                          "a running average is of one variable; pick one from the list, or compute "
                          "the expression in a field of its own"};
+}
+
+bool isRunningAverage(const model::CalculatedField& field) {
+  constexpr int runningAverage = 1;
+  return field.CalcType == runningAverage;
+}
+
+std::optional<std::string> complaintAboutSamples(const model::CalculatedField& field) {
+  const auto& [least, most, step] = model::averagedSamplesBounds;
+  if (!isRunningAverage(field) || (field.CalcAvg >= least && field.CalcAvg <= most))
+    return std::nullopt;
+  return concat("a running average of ", field.CalcAvg, " samples is none; write ", least, " to ",
+                most);
 }
 
 }  // namespace control

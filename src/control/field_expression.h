@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "logscript/expression_fault.h"
@@ -16,5 +17,9 @@ std::optional<logscript::ExpressionFault> faultIn(std::string_view expression,
 /// The same for a calculated field; a running average is of one variable.
 std::optional<logscript::ExpressionFault> faultIn(const model::CalculatedField& field,
                                                   const model::Project& project);
+
+bool isRunningAverage(const model::CalculatedField& field);
+/// A running average of too few or too many samples.
+std::optional<std::string> complaintAboutSamples(const model::CalculatedField& field);
 
 }  // namespace control

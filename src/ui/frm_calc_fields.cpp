@@ -7,11 +7,12 @@
 #include "control/field_expression.h"
 #include "model/block_rules.h"
 #include "model/names.h"
-#include "model/pick_list.h"
+#include "model/renaming.h"
 #include "model/stored_outputs.h"
 #include "text/strings.h"
 #include "ui/cell_columns.h"
 #include "ui/list_window.h"
+#include "ui/listed_variables.h"
 
 namespace ui {
 namespace {
@@ -20,6 +21,7 @@ using model::CalculatedField;
 
 const std::vector<std::string> types = {"Expression", "Running average"};
 constexpr int expressionColumn = 3;
+constexpr std::int16_t usualSamples = 10;  // of a running average
 
 /// The expression with what is wrong in it marked: "Press1 + >>Pres2<<".
 std::string marked(std::string_view expression, const logscript::ExpressionFault& fault) {
@@ -38,6 +40,7 @@ frmCalcFields::frmCalcFields(const WindowPorts& ports, QWidget* parent)
   view_->setObjectName("fields");
   describe(*view_, "Calculated fields",
            "One row a field: its name, units and expression, and the tables that store it.");
+  onRefresh([this] { nameAnew(); });
   add(sheet_);
   auto* contents = new QWidget(this);
   auto* layout = new QVBoxLayout(contents);
@@ -64,19 +67,14 @@ std::vector<SheetColumn> frmCalcFields::columns() {
           model::complaintAboutUnits),
       listColumn(
           "Type", "An expression, or the running average of a variable.", types,
-          [this](std::size_t row) { return types[at(row).CalcType == 1 ? 1 : 0]; },
-          [this](std::size_t row, std::size_t index) {
-            at(row).CalcType = static_cast<std::int16_t>(index);
-          }),
+          [this](std::size_t row) { return types[control::isRunningAverage(at(row)) ? 1 : 0]; },
+          [this](std::size_t row, std::size_t index) { setType(at(row), index); }),
       textColumn("Expression",
                  "Variables joined by + - * / ^ and parentheses, and functions such as Sqr(X).",
                  [this](std::size_t row) -> std::string& { return at(row).CalcExpress; }),
       {"Check", "What is wrong with the expression, and where.",
        [this](std::size_t row) { return stateOf(row); }},
-      numberColumn<std::int16_t>(
-          "Samples", "Values that a running average takes: 2 to 1000.", 0,
-          model::averagedSamplesBounds.high,
-          [this](std::size_t row) -> std::int16_t& { return at(row).CalcAvg; }),
+      samplesColumn(),
       listColumn(
           "Data type", "FP2 takes 2 bytes a value, IEEE4 takes 4.", {"FP2", "IEEE4"},
           [this](std::size_t row) { return at(row).DataResolution; },
@@ -93,11 +91,52 @@ std::vector<SheetColumn> frmCalcFields::columns() {
   return columns;
 }
 
+/// Expressions have no use for a number of samples: any that stands there may stay.
+SheetColumn frmCalcFields::samplesColumn() {
+  SheetColumn column = numberColumn<std::int16_t>(
+      "Samples", "Values that a running average takes: 2 to 1000.", 0,
+      model::averagedSamplesBounds.high,
+      [this](std::size_t row) -> std::int16_t& { return at(row).CalcAvg; });
+  column.store = [this, store = column.store](std::size_t row, std::string_view cell) -> Complaint {
+    const CalculatedField before = at(row);
+    if (Complaint complaint = store(row, cell)) return complaint;
+    Complaint complaint = control::complaintAboutSamples(at(row));
+    if (complaint) at(row) = before;
+    return complaint;
+  };
+  return column;
+}
+
+/// A running average has a number of samples from the start.
+void frmCalcFields::setType(CalculatedField& field, std::size_t type) {
+  field.CalcType = static_cast<std::int16_t>(type);
+  if (control::complaintAboutSamples(field)) field.CalcAvg = usualSamples;
+}
+
 std::string frmCalcFields::stateOf(std::size_t row) const {
-  const CalculatedField& field = working_.calculated.fields[row];
-  const auto fault = control::faultIn(field, working_);
-  if (!fault) return "good";
-  return text::concat(fault->text, "  ", marked(field.CalcExpress, *fault));
+  return complaintAbout(row, "  ").value_or("good");
+}
+
+/// Expressions follow a name that was changed in the same visit, as they do on Done.
+Complaint frmCalcFields::complaintAbout(std::size_t row, std::string_view between) const {
+  if (row >= named_.calculated.fields.size()) return std::nullopt;  // shown anew in a moment
+  const CalculatedField& field = named_.calculated.fields[row];
+  if (const auto fault = control::faultIn(field, named_))
+    return text::concat(fault->text, between, marked(field.CalcExpress, *fault));
+  return control::complaintAboutSamples(field);
+}
+
+void frmCalcFields::nameAnew() { named_ = model::withNewNames(ports_.session.project(), working_); }
+
+void frmCalcFields::offerVariables() {
+  QStringList names;
+  for (const std::string& name : listedVariables(ports_, working_)) names += qstring(name);
+  if (names == offered_) return;
+  const QString chosen = variables_->currentText();
+  variables_->clear();
+  variables_->addItems(names);
+  variables_->setCurrentIndex(std::max(0, static_cast<int>(names.indexOf(chosen))));
+  offered_ = names;
 }
 
 QWidget* frmCalcFields::buttons() {
@@ -114,12 +153,9 @@ QWidget* frmCalcFields::buttons() {
   add("&Add field", "Adds a field at the end.", [this] { addField(); });
   add("&Remove field", "Takes the chosen field out.", [this] { removeField(); });
   layout->addStretch(1);
+  variables_->setObjectName("variables");
   describe(*variables_, "Variables", "Variables that expressions can use.");
-  onRefresh([this] {
-    if (variables_->count() > 0) return;
-    for (const std::string& name : model::variableNames(working_))
-      variables_->addItem(qstring(name));
-  });
+  onRefresh([this] { offerVariables(); });
   layout->addWidget(variables_);
   add("&Insert variable", "Adds the variable to the expression of the chosen field.",
       [this] { insertVariable(); });
@@ -157,16 +193,16 @@ void frmCalcFields::insertVariable() {
 
 /// A field whose expression is wrong leads back to it.
 bool frmCalcFields::mayBeDone() {
+  nameAnew();
   for (std::size_t row = 0; row < working_.calculated.fields.size(); ++row) {
     const CalculatedField& field = working_.calculated.fields[row];
     const auto& filed = ports_.session.project().calculated.fields;
     if (row < filed.size() && filed[row] == field) continue;  // as it came from the file
-    const auto fault = control::faultIn(field, working_);
-    if (!fault) continue;
+    const Complaint complaint = complaintAbout(row, "\r\n");
+    if (!complaint) continue;
     ports_.messages.show(
         {.title = "CALCULATED FIELD",
-         .text = text::concat("Field ", row + 1, " ", field.CalcName, ": ", fault->text, "\r\n",
-                              marked(field.CalcExpress, *fault))});
+         .text = text::concat("Field ", row + 1, " ", field.CalcName, ": ", *complaint)});
     view_->setCurrentIndex(sheet_.index(static_cast<int>(row), expressionColumn));
     return false;
   }

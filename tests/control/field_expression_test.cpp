@@ -79,6 +79,16 @@ TEST(FieldExpressions, OfARunningAverageAreOneVariable) {
   }
 }
 
+TEST(FieldExpressions, OfARunningAverageHaveSamples) {
+  model::CalculatedField field;
+  for (const auto& [type, samples, good] :
+       {std::tuple(0, 0, true), {1, 1, false}, {1, 2, true}, {1, 1000, true}, {1, 1001, false}}) {
+    field.CalcType = static_cast<std::int16_t>(type);
+    field.CalcAvg = static_cast<std::int16_t>(samples);
+    EXPECT_EQ(!complaintAboutSamples(field), good) << samples;
+  }
+}
+
 TEST(FieldExpressions, OfValidProjectsHaveNoFaultAndCutOnesStayWithinTheirText) {
   std::mt19937 random(3);
   for (int i = 0; i < 40; ++i) {

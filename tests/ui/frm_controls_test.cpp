@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "control_bench.h"
+#include "model/pick_list.h"
 #include "ui/frm_calc_fields.h"
 #include "ui/frm_excite.h"
 #include "ui/frm_flags.h"
@@ -84,13 +85,19 @@ class Controls : public testing::Test {
   }
   static void pasteConditions(QWidget& window, const QString& caption, int row,
                               const QString& text) {
-    for (ui::SheetView* view : window.findChildren<ui::SheetView*>())
-      if (view->accessibleName() == caption) {
-        const int variable = view->model()->columnCount() == 7 ? 1 : 0;
-        view->setCurrentIndex(view->model()->index(row, variable));
-        return view->pasteText(text);
-      }
-    FAIL() << caption.toStdString();
+    pasteCell(window, caption, row, "Variable", text);
+  }
+  static void pasteCell(QWidget& window, const QString& caption, int row, const QString& title,
+                        const QString& text) {
+    for (ui::SheetView* view : window.findChildren<ui::SheetView*>()) {
+      if (view->accessibleName() != caption) continue;
+      for (int column = 0; column < view->model()->columnCount(); ++column)
+        if (view->model()->headerData(column, Qt::Horizontal).toString() == title) {
+          view->setCurrentIndex(view->model()->index(row, column));
+          return view->pasteText(text);
+        }
+    }
+    FAIL() << caption.toStdString() << " " << title.toStdString();
   }
   ControlBench bench;
 };
@@ -99,7 +106,7 @@ TEST_F(Controls, FlagsAreSetByConditions) {
   auto& window = bench.open<ui::frmFlags>(programFlags);
   pasteAt(window, "list", 1, 1, "yes\tFalse");
   window.chooseRow(1);
-  pasteConditions(window, "Conditions of the flag", 0, "Level\t\t>\t2.5\nLevel\t\t<\t1\n");
+  pasteConditions(window, "Conditions of the flag", 0, "Level\t>\t2.5\nLevel\t<\t1\n");
   EXPECT_EQ(cell(window, "list", 1, 3), "Level > 2.5");
   pasteConditions(window, "Conditions of the flag", 0, "Levle");
   EXPECT_TRUE(window.hint().contains("there is no variable 'Levle'"))
@@ -108,6 +115,68 @@ TEST_F(Controls, FlagsAreSetByConditions) {
   EXPECT_TRUE(window.hint().contains("neither yes nor no"));
   expectLines(keep(window), {"      If Level > 2.5 Then", "      Flag(2) = False",
                              "      ElseIf Level < 1 Then", "      Flag(2) = True"});
+}
+
+/// The project file keeps a variable, a comparison, a number and an expression of such conditions.
+TEST_F(Controls, ConditionsOfStatesComeBackFromTheFile) {
+  const struct {
+    int button;
+    const char *sheet, *setUp, *caption;
+  } cases[] = {{programFlags, "list", "yes", "Conditions of the flag"},
+               {digitalPorts, "ports", "yes", "Conditions of the port"},
+               {excitation, "list", "yes\tDynamic\t100\t200\t0", "Conditions of the output"}};
+  const std::pair<const char*, const char*> edits[] = {{"Variable", "Level"},
+                                                       {"Variable", "VBlk1(2)"},
+                                                       {"Operator", "<="},
+                                                       {"Value", "0.25"},
+                                                       {"Variable", "Flag(3)"},
+                                                       {"Value", "False"},
+                                                       {"Free expression", "Level > VBlk1(2)"}};
+  for (const auto& [button, sheet, setUp, caption] : cases)
+    for (const auto& [title, text] : edits) {
+      SCOPED_TRACE(std::string(caption) + " " + title + " " + text);
+      ui::SetupWindow& window = bench.open(button);
+      pasteAt(window, sheet, 0, 1, setUp);
+      pasteCell(window, caption, 0, title, text);
+      keep(window);
+      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+TEST_F(Controls, ConditionsOfStatesSendAnotherVariableToTheExpression) {
+  auto& window = bench.open<ui::frmFlags>(programFlags);
+  pasteConditions(window, "Conditions of the flag", 0, "Level\t>\t0.5");
+  const model::Project before = window.working();
+  pasteCell(window, "Conditions of the flag", 0, "Value", "VBlk1(2)");
+  EXPECT_TRUE(window.hint().contains("write 'Level > VBlk1(2)' as free expression"))
+      << window.hint().toStdString();
+  EXPECT_EQ(window.working(), before);
+}
+
+/// The lists of conditions, levels and fields have the kinds of variables that the options say.
+TEST_F(Controls, ListsOfferTheKindsOfVariablesOfTheOptions) {
+  model::Project project = bench.project();
+  project.calculated.fields = {fieldOf("Sum", "Level * 2")};
+  project.calculated.CalcFieldCount = 1;
+  bench.control->session().edit(std::move(project), "field");
+  control::Settings settings = bench.control->session().settings();
+  settings.UserVarListTypes = model::calculatedVariables;
+  bench.control->session().changeSettings(settings);
+  const std::vector<std::string> sum = {"Sum"};
+  for (const int button : {digitalPorts, programFlags, excitation}) {
+    ui::SetupWindow& window = bench.open(button);
+    for (ui::SheetView* view : window.findChildren<ui::SheetView*>()) {
+      const auto& sheet = dynamic_cast<ui::SheetModel&>(*view->model());
+      for (int column = 0; column < sheet.columnCount(); ++column)
+        if (sheet.column(column).title == "Variable") {
+          EXPECT_EQ(sheet.column(column).offers(), sum) << button;
+        }
+    }
+    window.reject();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+  auto& fields = bench.open<ui::frmCalcFields>(calcFields);
+  EXPECT_EQ(controlOf<QComboBox>(fields, "variables").count(), 1);
 }
 
 TEST_F(Controls, FlagsBeyondTheNumberOfTheOptionsAreShownWhenUsedOrAskedFor) {
@@ -128,7 +197,7 @@ TEST_F(Controls, PortsAreWrittenAndRead) {
   auto& window = bench.open<ui::frmPorts>(digitalPorts);
   EXPECT_EQ(cell(window, "list", 2, 0), "7141/42 slot 6, ports 9-16");
   pasteAt(window, "ports", 2, 1, "yes\tLow when true");
-  pasteConditions(window, "Conditions of the port", 0, "Level\t\t>\t3\n");
+  pasteConditions(window, "Conditions of the port", 0, "Level\t>\t3\n");
   EXPECT_FALSE(controlOf<QCheckBox>(window, "Read the group").isEnabled());
   pasteAt(window, "ports", 0, 1, "yes");  // its conditions are those of another port
   controlOf<ui::SheetView>(window, "ports")
@@ -163,7 +232,16 @@ TEST_F(Controls, PortsThatAreTakenAreRefused) {
   for (const std::size_t group : {1U, 2U}) {
     window.chooseRow(group);
     for (int port = 0; port < 8; ++port) {
-      if (cell(window, "ports", port, 4).isEmpty()) continue;
+      auto& view = controlOf<ui::SheetView>(window, "ports");
+      view.edit(view.model()->index(port, 1));
+      auto* editor = view.findChild<QComboBox*>();
+      const bool opened = editor != nullptr;
+      EXPECT_EQ(opened, cell(window, "ports", port, 4).isEmpty()) << port;
+      if (opened) {
+        QTest::keyClick(editor, Qt::Key_Escape);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        continue;
+      }
       ++taken;
       pasteAt(window, "ports", port, 1, "yes");
       EXPECT_TRUE(window.hint().contains("the port is taken: ")) << window.hint().toStdString();
@@ -180,10 +258,21 @@ TEST_F(Controls, OutputsAreStaticOrDynamic) {
   pasteAt(window, "list", 1, 3, "6000");
   EXPECT_TRUE(window.hint().contains("is not from -5000 to 5000"));
   window.chooseRow(1);
-  pasteConditions(window, "Conditions of the output", 0, "Level\t\t<\t1\nLevel\t\t>=\t1\n");
+  pasteConditions(window, "Conditions of the output", 0, "Level\t<\t1\nLevel\t>=\t1\n");
   expectLines(keep(window), {"      Excite(5,1,1,1500)", "      If Level < 1 Then",
                              "      Excite_5_2 = 0", "      ElseIf Level >= 1 Then",
                              "      Excite_5_2 = 2000", "      Excite(5,2,1,Excite_5_2,300)"});
+}
+
+/// What is refused, or says what holds anyhow, adds no output that Done would keep.
+TEST_F(Controls, OutputsComeWithAnEditOnly) {
+  const model::Project before = bench.project();
+  auto& window = bench.open<ui::frmExcite>(excitation);
+  pasteAt(window, "list", 2, 3, "6000");
+  pasteAt(window, "list", 2, 1, "perhaps");
+  pasteAt(window, "list", 2, 1, "no\tStatic\t0");
+  window.accept();
+  EXPECT_EQ(bench.project(), before);
 }
 
 TEST_F(Controls, WindowsSayWhatIsMissing) {
@@ -218,6 +307,43 @@ TEST_F(Controls, FieldsAreComputed) {
   pasteAt(window, "fields", 1, 3, "Level");
   expectLines(keep(window), {"      Sum = Level + Sqr(VBlk1(2))",
                              "      AvgRun(RunAvg(1), 1,Level,60)", "Sample (1,Sum,IEEE4"});
+}
+
+TEST_F(Controls, RunningAveragesHaveSamples) {
+  auto& window = bench.open<ui::frmCalcFields>(calcFields);
+  window.addField();
+  pasteAt(window, "fields", 0, 0, "Mean\tbar\tRunning average\tLevel");
+  EXPECT_EQ(cell(window, "fields", 0, 4), "good");
+  EXPECT_GE(cell(window, "fields", 0, 5).toInt(), 2);
+  for (const char* samples : {"0", "1", "1001"}) {
+    pasteAt(window, "fields", 0, 5, samples);
+    EXPECT_TRUE(window.hint().contains("nothing was changed")) << samples;
+  }
+  pasteAt(window, "fields", 0, 2, "Expression\tLevel");
+  pasteAt(window, "fields", 0, 5, "0");  // an expression has no use for it
+  EXPECT_EQ(cell(window, "fields", 0, 5), "0");
+}
+
+/// One visit gives a field another name and changes a field that uses it.
+TEST_F(Controls, FieldsFollowANameOfTheSameVisit) {
+  model::Project project = bench.project();
+  project.calculated.fields = {fieldOf("Sum", "Level * 2"), fieldOf("Twice", "Sum * 2")};
+  project.calculated.CalcFieldCount = 2;
+  bench.control->session().edit(std::move(project), "fields");
+  auto& window = bench.open<ui::frmCalcFields>(calcFields);
+  const auto offered = [&window](const char* name) {
+    return controlOf<QComboBox>(window, "variables").findText(name) >= 0;
+  };
+  pasteAt(window, "fields", 0, 0, "Total");
+  pasteAt(window, "fields", 1, 3, "Sum * 3");
+  EXPECT_EQ(cell(window, "fields", 1, 4), "good");
+  EXPECT_TRUE(offered("Total"));
+  EXPECT_FALSE(offered("Sum"));
+  window.addField();
+  pasteAt(window, "fields", 2, 0, "Third\t\tExpression\tTotal / 3");
+  EXPECT_TRUE(offered("Third"));
+  while (window.working().calculated.fields.size() > 2) window.undo();
+  expectLines(keep(window), {"      Total = Level * 2", "      Twice = Total * 3"});
 }
 
 /// Another name for a channel changes what refers to it in the same edit.
