@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "generator/name_book.h"
+#include "model/can_values.h"
 #include "model/conditions.h"
 #include "text/strings.h"
 
@@ -89,6 +90,8 @@ class Planning {
     for (std::size_t k = 0; k < project().can.items.size(); ++k) {
       const model::CanItem& item = project().can.items[k];
       if (!canItemInUse(project(), item)) continue;
+      if (const auto complaint = complaintAboutItem(item, project().can))
+        plan_.notes.push_back(concat("CAN item ", k + 1, ": ", *complaint));
       SourceBlock source;
       source.letter = 'C';
       source.number = k + 1;

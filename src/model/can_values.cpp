@@ -9,13 +9,21 @@ namespace {
 
 using text::concat;
 
+constexpr int lastRetrievingType = 6, firstSendingType = 7, lastSendingValues = 12;
+
 bool receives(const CanItem& item) {
-  return item.DataStyle != 1 && can::retrieves(item.ItemMessageType);
+  return !onlySends(item) && can::retrieves(item.ItemMessageType);
 }
 
 std::uint32_t identifierOf(const CanItem& item, const CanSetup& can) {
   return static_cast<std::uint32_t>(
-      can::parsedIdentifier(item.DataId, largestIdentifier(can)).value);
+      can::parsedIdentifier(onlySends(item) ? item.TxDataId : item.DataId, largestIdentifier(can))
+          .value);
+}
+
+bool areOtherReplies(const CanItem& a, const CanItem& b) {
+  return a.DataStyle == 2 && b.DataStyle == 2 &&
+         (a.RxDataMatch != b.RxDataMatch || a.RxDataMask != b.RxDataMask);
 }
 
 std::string whyNone(const CanItem& item, const can::Frame& frame, std::size_t value) {
@@ -38,18 +46,25 @@ DecodedValue decodedValue(const CanItem& item, std::size_t index, std::size_t v,
   return decoded;
 }
 
-std::optional<std::string> complaintAboutIdentifier(std::string_view text, const CanSetup& can) {
-  // A larger limit shows whether the text was cut down to the largest identifier.
-  constexpr std::int32_t noLimit = 0x7FFFFFFF;
-  const can::Identifier identifier = can::parsedIdentifier(text, noLimit);
-  if (!identifier.valid)
-    return concat("'", text,
-                  "' is no identifier; write decimal digits, or &H and hexadecimal digits");
-  if (identifier.value > largestIdentifier(can))
-    return concat("identifier ", text, " is larger than ", largestIdentifier(can),
-                  can.CanDataIDType == 0 ? "; choose 29-bit identifiers or a smaller one"
-                                         : "; write a smaller one");
-  return std::nullopt;
+std::optional<std::string> complaintAboutType(const CanItem& item) {
+  const int type = item.ItemMessageType;
+  if (can::messageTypeText(type) == "??")
+    return concat("message type ", type, " is not known; write 0 to 14");
+  if (hasTypeOfDirection(item)) return std::nullopt;
+  if (type == 0)
+    return concat("there is no message type yet; choose what the item ",
+                  onlySends(item) ? "sends" : "receives");
+  return onlySends(item)
+             ? concat("message type ", type, " receives values; choose one of 7 to 14 to send")
+             : concat("message type ", type, " sends values; choose one of 1 to 6 to receive");
+}
+
+std::optional<std::string> complaintAboutMessages(const CanItem& item, const CanSetup& can) {
+  if (item.DataStyle != 0) {
+    if (auto complaint = complaintAboutIdentifier(item.TxDataId, can)) return complaint;
+    if (auto complaint = complaintAboutFrame(item.TxDataFrame)) return complaint;
+  }
+  return onlySends(item) ? std::nullopt : complaintAboutIdentifier(item.DataId, can);
 }
 
 std::optional<std::string> complaintAboutBits(const CanItem& item) {
@@ -71,6 +86,46 @@ std::int32_t largestIdentifier(const CanSetup& can) {
                                                           : can::largestExtended);
 }
 
+std::optional<std::string> complaintAboutIdentifier(std::string_view text, const CanSetup& can) {
+  // A larger limit shows whether the text was cut down to the largest identifier.
+  constexpr std::int32_t noLimit = 0x7FFFFFFF;
+  const can::Identifier identifier = can::parsedIdentifier(text, noLimit);
+  if (!identifier.valid || text::trimmed(text).front() == '-')
+    return concat("'", text,
+                  "' is no identifier; write decimal digits, or &H and hexadecimal digits");
+  if (identifier.value > largestIdentifier(can))
+    return concat("identifier ", text, " is larger than ", largestIdentifier(can),
+                  can.CanDataIDType == 0 ? "; choose 29-bit identifiers or a smaller one"
+                                         : "; write a smaller one");
+  return std::nullopt;
+}
+
+std::optional<std::string> complaintAboutFrame(std::string_view text) {
+  for (int byte = 1; byte <= can::frameBytes; ++byte)
+    if (can::byteOf(text, byte) < 0)
+      return concat("'", text, "' is no frame; write &H and sixteen hexadecimal digits");
+  return std::nullopt;
+}
+
+bool onlySends(const CanItem& item) { return item.DataStyle == 1; }
+
+bool hasTypeOfDirection(const CanItem& item) {
+  const int type = item.ItemMessageType;
+  return onlySends(item) ? type >= firstSendingType : type >= 1 && type <= lastRetrievingType;
+}
+
+std::int16_t typeOfDirection(const CanItem& item) {
+  const std::int16_t type = item.ItemMessageType;
+  if (hasTypeOfDirection(item)) return type;
+  if (can::retrieves(type)) return static_cast<std::int16_t>(type + lastRetrievingType);
+  const bool sendsValues = type >= firstSendingType && type <= lastSendingValues;
+  return static_cast<std::int16_t>(sendsValues ? type - lastRetrievingType : 0);
+}
+
+bool areOfOneMessage(const CanItem& a, const CanItem& b, const CanSetup& can) {
+  return onlySends(a) == onlySends(b) && identifierOf(a, can) == identifierOf(b, can);
+}
+
 can::BitField fieldOf(const CanItem& item) {
   return {item.StartBit, item.NumBits, item.NumVals, item.ItemMessageType};
 }
@@ -90,7 +145,8 @@ std::vector<SharedBits> sharedBits(const CanSetup& can) {
   for (std::size_t second = 0; second < can.items.size(); ++second)
     for (std::size_t first = 0; first < second; ++first) {
       const CanItem &a = can.items[first], &b = can.items[second];
-      if (!receives(a) || !receives(b) || identifierOf(a, can) != identifierOf(b, can)) continue;
+      if (!receives(a) || !receives(b) || !areOfOneMessage(a, b, can) || areOtherReplies(a, b))
+        continue;
       SharedBits both{first, second, {}};
       std::set_intersection(bits[first].begin(), bits[first].end(), bits[second].begin(),
                             bits[second].end(), std::back_inserter(both.bits));
@@ -100,11 +156,8 @@ std::vector<SharedBits> sharedBits(const CanSetup& can) {
 }
 
 std::optional<std::string> complaintAboutItem(const CanItem& item, const CanSetup& can) {
-  const bool transmits = item.DataStyle == 1;
-  if (auto complaint = complaintAboutIdentifier(transmits ? item.TxDataId : item.DataId, can))
-    return complaint;
-  if (can::messageTypeText(item.ItemMessageType) == "??")
-    return concat("message type ", item.ItemMessageType, " is not known; write 0 to 14");
+  if (auto complaint = complaintAboutMessages(item, can)) return complaint;
+  if (auto complaint = complaintAboutType(item)) return complaint;
   if (!can::retrieves(item.ItemMessageType)) return std::nullopt;  // bytes of a frame as they are
   return complaintAboutBits(item);
 }

@@ -78,6 +78,69 @@ TEST(CanBits, ThatItemsShareAreTold) {
   EXPECT_EQ(shared[0], (SharedBits{0, 1, {8, 9, 10, 11, 12, 13, 14, 15}}));
   project.can.items[0].NumVals = 0;
   EXPECT_TRUE(sharedBits(project.can).empty());
+  project.can.items[1] = project.can.items[2];  // two replies
+  EXPECT_EQ(sharedBits(project.can).size(), 1U);
+  project.can.items[1].RxDataMatch = "&HXX42XXXXXXXXXXXX";
+  EXPECT_TRUE(sharedBits(project.can).empty());
+}
+
+CanItem itemOf(int style, int type) {
+  CanItem item;
+  item.DataStyle = static_cast<std::int16_t>(style);
+  item.ItemMessageType = static_cast<std::int16_t>(type);
+  return item;
+}
+
+TEST(CanItems, AreOfOneMessageHoweverItsIdentifierIsWritten) {
+  CanSetup can;
+  can.CanDataIDType = 1;
+  CanItem a = itemOf(0, 1), b = itemOf(2, 1), sends = itemOf(1, 7);
+  a.DataId = "&HCF00400";
+  for (const char* text : {"&H0CF00400", "&hcf00400", "217056256"}) {
+    b.DataId = sends.DataId = text;
+    EXPECT_TRUE(areOfOneMessage(a, b, can)) << text;
+    EXPECT_FALSE(areOfOneMessage(a, sends, can)) << text;
+  }
+  CanItem other = sends;
+  EXPECT_TRUE(areOfOneMessage(sends, other, can));
+  other.TxDataId = "5";
+  EXPECT_FALSE(areOfOneMessage(sends, other, can));
+}
+
+TEST(CanItems, ReceiveOrSendByTypesOfTheirOwn) {
+  const CanSetup can;
+  for (int style = 0; style <= 2; ++style)
+    for (int type = 0; type <= 14; ++type) {
+      const bool fits = style == 1 ? type >= 7 : type >= 1 && type <= 6;
+      CanItem item = itemOf(style, type);
+      item.NumBits = 32;
+      EXPECT_EQ(!complaintAboutItem(item, can), fits) << style << " " << type;
+      item.ItemMessageType = typeOfDirection(item);
+      const bool kept = type >= 1 && type <= (style == 1 ? 14 : 12);
+      EXPECT_EQ(!complaintAboutItem(item, can), kept) << style << " " << type;
+      if (kept) {
+        EXPECT_EQ((item.ItemMessageType - type) % 6, 0) << style << " " << type;
+      }
+    }
+}
+
+TEST(CanItems, AreToldWhatAProgramWouldCut) {
+  CanSetup can;
+  CanItem item = itemOf(2, 1);
+  EXPECT_FALSE(complaintAboutItem(item, can));
+  for (const char* text : {"-5", "2048", "&H800", "&H", "speed"}) {
+    for (std::string CanItem::*place : {&CanItem::DataId, &CanItem::TxDataId}) {
+      CanItem bad = item;
+      bad.*place = text;
+      EXPECT_TRUE(complaintAboutItem(bad, can)) << text;
+    }
+  }
+  for (const char* frame : {"&H02ZZ000000000000", "&H02", ""}) {
+    item.TxDataFrame = frame;
+    EXPECT_TRUE(complaintAboutItem(item, can)) << frame;
+  }
+  item.DataStyle = 0;  // sends nothing
+  EXPECT_FALSE(complaintAboutItem(item, can));
 }
 
 }  // namespace
