@@ -11,12 +11,14 @@
 #include "channels/can_list.h"
 #include "dbc/proposals.h"
 #include "model/can_values.h"
+#include "model/free_channels.h"
 #include "model/names.h"
 #include "model/stored_outputs.h"
 #include "platform/disk_files.h"
 #include "text/strings.h"
 #include "ui/cell_columns.h"
 #include "ui/frm_can_import.h"
+#include "ui/identifier_fields.h"
 #include "ui/processing_buttons.h"
 
 namespace ui {
@@ -27,10 +29,14 @@ using model::CanItem;
 const std::vector<std::string> styles = {"Receive", "Transmit", "Transmit, receive"};
 constexpr double most = 1e30;
 
-std::vector<Choice> messageTypes() {
+/// Those of the item's direction, and none before one was chosen.
+std::vector<Choice> messageTypes(const CanItem& item) {
   std::vector<Choice> choices;
-  for (int code = 0; code <= 14; ++code)
-    choices.push_back({std::string(can::messageTypeText(code)), code});
+  CanItem each = item;
+  for (each.ItemMessageType = 0; each.ItemMessageType <= 14; ++each.ItemMessageType)
+    if (hasTypeOfDirection(each) || each.ItemMessageType == item.ItemMessageType)
+      choices.push_back(
+          {std::string(can::messageTypeText(each.ItemMessageType)), each.ItemMessageType});
   return choices;
 }
 
@@ -64,6 +70,7 @@ QString linesOf(const std::vector<channels::LineText>& faults) {
 
 frmCanBus::frmCanBus(const WindowPorts& ports, QWidget* parent)
     : ListWindow(ports, {"frmCanBus", "CAN Bus", "CAN items"}, parent) {
+  onRefresh([this] { shared_ = model::sharedBits(working_.can); });
   build(items(), busForm(), detail(), itemButtons());
   resize(1260, 860);
 }
@@ -84,14 +91,17 @@ ListWindow::List frmCanBus::items() {
           channels::complaintAboutItemText),
       yesNoColumn("Enabled", "yes: the program has the item.",
                   [at](std::size_t row) -> bool& { return at(row).Enabled; }),
-      {"Identifier", "The message on the bus.", [at](std::size_t row) { return at(row).DataId; }},
+      {"Identifier", "The message on the bus.",
+       [at](std::size_t row) {
+         return model::onlySends(at(row)) ? at(row).TxDataId : at(row).DataId;
+       }},
       {"Bits", "First bit and number of bits.",
        [at](std::size_t row) { return text::concat(at(row).StartBit, " + ", at(row).NumBits); }},
       {"Values", "Values of like form, one after another.",
        [at](std::size_t row) { return text::concat(at(row).NumVals); }},
       {"Check", "What a program can't do with the item.",
        [this, at](std::size_t row) {
-         return model::complaintAboutItem(at(row), working_.can).value_or("good");
+         return model::complaintAboutItem(at(row), working_.can).value_or(sharedBits(row));
        }},
   };
   return {"&Items", "Choose the item to set up.", std::move(columns),
@@ -175,17 +185,14 @@ QWidget* frmCanBus::detail() {
   bits_ = new pictures::FrameBits(side);
   describe(*bits_, "Bits of the frame",
            "The bits that the items of the chosen identifier take; click one to choose it.");
-  connect(bits_, &pictures::FrameBits::itemClicked, this, [this](int shown) {
-    std::size_t place = 0;
-    for (std::size_t i = 0; i < working_.can.items.size(); ++i)
-      if (working_.can.items[i].DataId == item().DataId && static_cast<int>(place++) == shown)
-        return chooseRow(i);
-  });
+  connect(bits_, &pictures::FrameBits::itemClicked, this,
+          [this](int shown) { chooseRow(itemsOfMessage().at(static_cast<std::size_t>(shown))); });
   onRefresh([this] { showBits(); });
   top->addWidget(bits_, 1);
   layout->addLayout(top, 2);
   values_.setColumns(valueColumns(), [this] {
-    return row() < working_.can.items.size() ? item().values.size() : std::size_t(0);
+    return row() < working_.can.items.size() ? static_cast<std::size_t>(item().NumVals)
+                                             : std::size_t(0);
   });
   auto* view = new SheetView(values_, side);
   view->setObjectName("values");
@@ -205,10 +212,12 @@ Form* frmCanBus::itemForm() {
   const auto answers = [this] { return item().DataStyle == 2; };
   form->choice({"Dire&ction:", "Whether the logger receives or sends the message."},
                choicesOf({"Receive", "Transmit", "Transmit, then receive"}),
-               [this]() -> std::int16_t& { return item().DataStyle; });
-  addIdentifier(*form);
-  const Field& type = form->choice({"T&ype:", "Byte order and kind of the values."}, messageTypes(),
-                                   [this]() -> std::int16_t& { return item().ItemMessageType; });
+               [this]() -> std::int16_t& { return item().DataStyle; })
+      .then([this] { item().ItemMessageType = model::typeOfDirection(item()); });
+  addIdentifiers(*form);
+  const Field& type = form->choice(
+      {"T&ype:", "Byte order and kind of the values."}, [this] { return messageTypes(item()); },
+      [this]() -> std::int16_t& { return item().ItemMessageType; });
   auto* types = static_cast<QComboBox*>(type.widget);  // whose texts are longer than the form
   types->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   types->setMinimumContentsLength(20);
@@ -219,7 +228,11 @@ Form* frmCanBus::itemForm() {
   form->number({"&Values:", "Values of like form, one after another."},
                Bounds{1, static_cast<double>(model::maxCanValues)},
                [this]() -> std::int16_t& { return item().NumVals; })
-      .then([this] { fitValues(); });
+      .then([this] { growValues(); })
+      .settledBy([this](double wanted) {
+        fitValues(item());
+        return wanted;
+      });
   form->number({"&Multiplier:", "Of every value without its own scaling."}, Bounds{-most, most},
                [this]() -> double& { return item().Mult; });
   form->number({"&Offset:", "Of every value without its own scaling."}, Bounds{-most, most},
@@ -235,8 +248,9 @@ Form* frmCanBus::itemForm() {
       [this]() -> std::string& { return item().DataType; });
   form->check({"&Public", "The values can be seen while the program runs."},
               [this]() -> bool& { return item().Public; });
-  form->text({"Frame to send:", "Sixteen hexadecimal digits behind &H."}, 18,
-             [this]() -> std::string& { return item().TxDataFrame; })
+  form->text(
+          {"Frame to send:", "Sixteen hexadecimal digits behind &H."}, 18,
+          [this]() -> std::string& { return item().TxDataFrame; }, model::complaintAboutFrame)
       .shownWhen([this] { return isTransmit(); });
   form->number({"Time limit:", "How long an answer is waited for.", "mSec"}, Bounds{0, 2147483647},
                [this]() -> std::int32_t& { return item().RxTimeout; })
@@ -258,40 +272,43 @@ Form* frmCanBus::itemForm() {
   return form;
 }
 
-/// Identifiers go through the CAN settings, which clamp them and know their fields.
-void frmCanBus::addIdentifier(Form& form) {
-  const auto isIdentifier = [this](std::string_view text) -> Complaint {
-    if (can::parsedIdentifier(text, model::largestIdentifier(working_.can)).valid)
-      return std::nullopt;
-    return text::concat("'", text,
-                        "' is no identifier; write a number, or &H and hexadecimal digits");
-  };
-  form.text(
-      {"Iden&tifier:", "A number, or &H and hexadecimal digits."}, 12,
-      [this]() -> std::string& { return item().DataId; }, isIdentifier);
-  form.text(
-          {"Identifier to send:", "A number, or &H and hexadecimal digits."}, 12,
-          [this]() -> std::string& { return item().TxDataId; }, isIdentifier)
-      .shownWhen([this] { return isTransmit(); });
-  form.readout({"Fields:", "What an extended identifier says by the J1939 convention."},
-               [this] { return identifierFields(); });
+void frmCanBus::addIdentifiers(Form& form) {
+  addIdentifier(form, {"Iden&tifier:", "A number, or &H and hexadecimal digits."},
+                {"Fields:", "What an extended identifier says by the J1939 convention."},
+                &CanItem::DataId, [this] { return !model::onlySends(item()); });
+  addIdentifier(form, {"Identifier to send:", "A number, or &H and hexadecimal digits."},
+                {"Fields to send:", "What an extended identifier says by the J1939 convention."},
+                &CanItem::TxDataId, [this] { return isTransmit(); });
 }
 
-std::string frmCanBus::identifierFields() {
-  can::cCanConfig config;
-  config.SetMode(working_.can.CanDataIDType);
-  if (!config.DataID(item().DataId)) return "no identifier";
-  const auto number =
-      can::parsedIdentifier(item().DataId, model::largestIdentifier(working_.can)).value;
-  const std::string both =
-      text::concat(number, " = &H", utf8(QString::number(number, 16).toUpper()));
-  if (config.IdentifierBits() == 11) return both;
-  const auto field = [&config](can::J1939Field which) {
-    return static_cast<int>(config.J1939_FieldVal(static_cast<int>(which)));
+/// Identifiers go through the CAN settings, which give them their form and know their fields.
+void frmCanBus::addIdentifier(Form& form, const FieldText& text, const FieldText& fieldsText,
+                              std::string CanItem::*place, const std::function<bool()>& shown) {
+  Field& field = form.text(
+                         text, 12, [this, place]() -> std::string& { return item().*place; },
+                         [this](std::string_view typed) {
+                           return model::complaintAboutIdentifier(typed, working_.can);
+                         })
+                     .shownWhen(shown);
+  auto* box = static_cast<QLineEdit*>(field.widget);
+  connect(box, &QLineEdit::editingFinished, &form, [this, &form, &field, box, place] {
+    if (!box->isModified() || field.complaint()) return;
+    can::cCanConfig config;
+    config.SetMode(working_.can.CanDataIDType);
+    config.DataID(item().*place);
+    item().*place = config.DataID();
+    form.noteEdit(box->objectName());
+  });
+  auto* fields = new IdentifierFields(&form);
+  Field& shownFields = form.custom(fieldsText, fields).shownWhen(shown);
+  shownFields.show = [this, fields, place] {
+    fields->show(item().*place, working_.can.CanDataIDType);
   };
-  return text::concat(both, ", PGN ", config.PGNVal(), "\npriority ",
-                      field(can::J1939Field::priority), ", source ",
-                      field(can::J1939Field::sourceAddress));
+  connect(fields, &IdentifierFields::edited, &form,
+          [this, &form, fields, place](const QString& identifier) {
+            item().*place = utf8(identifier);
+            form.noteEdit(fields->objectName());
+          });
 }
 
 std::vector<SheetColumn> frmCanBus::valueColumns() {
@@ -319,18 +336,40 @@ std::vector<SheetColumn> frmCanBus::valueColumns() {
   return columns;
 }
 
-void frmCanBus::fitValues() {
-  if (row() < working_.can.items.size())
-    item().values.resize(static_cast<std::size_t>(std::max<int>(item().NumVals, 0)));
+/// While a number is typed it may be a small one for a moment: the values beyond it stay until the
+/// box is left.
+void frmCanBus::growValues() {
+  const auto wanted = static_cast<std::size_t>(std::max<int>(item().NumVals, 0));
+  if (item().values.size() < wanted) item().values.resize(wanted);
 }
 
-/// All items of the chosen one's identifier.
+void frmCanBus::fitValues(CanItem& item) {
+  item.values.resize(static_cast<std::size_t>(std::max<int>(item.NumVals, 0)));
+}
+
+/// "good", or the items that take the same bits.
+std::string frmCanBus::sharedBits(std::size_t row) const {
+  std::string others;
+  for (const model::SharedBits& each : shared_)
+    if (each.first == row || each.second == row)
+      others += text::concat(others.empty() ? "" : ", ",
+                             (each.first == row ? each.second : each.first) + 1);
+  return others.empty() ? "good" : "takes bits that another item takes too: " + others;
+}
+
+/// The rows of the chosen item's message.
+std::vector<std::size_t> frmCanBus::itemsOfMessage() {
+  std::vector<std::size_t> rows;
+  for (std::size_t i = 0; i < working_.can.items.size(); ++i)
+    if (model::areOfOneMessage(working_.can.items[i], item(), working_.can)) rows.push_back(i);
+  return rows;
+}
+
 void frmCanBus::showBits() {
   QList<pictures::FrameItem> shown;
   int selected = -1;
-  for (std::size_t i = 0; i < working_.can.items.size(); ++i) {
+  for (const std::size_t i : itemsOfMessage()) {
     const CanItem& each = working_.can.items[i];
-    if (each.DataId != item().DataId) continue;
     if (i == row()) selected = static_cast<int>(shown.size());
     const std::vector<int> bits = model::bitsOf(each);
     shown.append({qstring(model::valueName(each, i, 0)), QList<int>(bits.begin(), bits.end())});
@@ -374,7 +413,15 @@ QString frmCanBus::valuesOf(const QString& frame) const {
   return values.isEmpty() ? "No item receives this frame." : values.join(",  ");
 }
 
+/// Items have no place in a logger without the interface.
+bool frmCanBus::hasInterface() {
+  const auto complaint = model::complaintAboutCan(working_);
+  if (complaint) ports_.messages.show(*complaint);
+  return !complaint;
+}
+
 void frmCanBus::addItem() {
+  if (!hasInterface()) return;
   if (working_.can.items.size() >= model::maxCanItems)
     return tell(QString("There are %1 items, which is the most.").arg(model::maxCanItems));
   CanItem item;
@@ -411,6 +458,7 @@ std::string frmCanBus::read(const QString& path, bool& ok) {
 }
 
 void frmCanBus::loadList(const QString& path) {
+  if (!hasInterface()) return;
   bool ok = false;
   const std::string text = read(path, ok);
   if (!ok) return;
@@ -431,6 +479,7 @@ void frmCanBus::saveList(const QString& path) {
 }
 
 void frmCanBus::importDatabase(const QString& path) {
+  if (!hasInterface()) return;
   bool ok = false;
   const std::string text = read(path, ok);
   if (!ok) return;
@@ -443,12 +492,16 @@ void frmCanBus::importDatabase(const QString& path) {
   window->open();
 }
 
-/// An item that the edits made impossible leads back to it.
+/// An item that the edits made impossible leads back to it. Other identifiers touch all of them.
 bool frmCanBus::mayBeDone() {
-  const auto& filed = ports_.session.project().can.items;
+  const model::CanSetup& before = ports_.session.project().can;
+  const auto& filed = before.items;
+  const bool sameLength = before.CanDataIDType == working_.can.CanDataIDType;
   for (std::size_t i = 0; i < working_.can.items.size(); ++i) {
-    const CanItem& each = working_.can.items[i];
-    if (!each.Enabled || (i < filed.size() && filed[i] == each)) continue;
+    CanItem& each = working_.can.items[i];
+    if (sameLength && i < filed.size() && filed[i] == each) continue;
+    fitValues(each);
+    if (!each.Enabled) continue;
     const auto complaint = model::complaintAboutItem(each, working_.can);
     if (!complaint) continue;
     ports_.messages.show(

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include "model/can_values.h"
 #include "pictures/frame_bits.h"
 #include "ui/list_window.h"
 
@@ -31,20 +32,26 @@ class frmCanBus final : public ListWindow {
   Form* busForm();
   QWidget* detail();
   Form* itemForm();
-  void addIdentifier(Form& form);
+  void addIdentifiers(Form& form);
+  void addIdentifier(Form& form, const FieldText& text, const FieldText& fieldsText,
+                     std::string model::CanItem::*place, const std::function<bool()>& shown);
   QWidget* itemButtons();
   QWidget* frameRow();
   std::vector<SheetColumn> valueColumns();
-  void fitValues();
+  void growValues();
+  static void fitValues(model::CanItem& item);
+  [[nodiscard]] std::string sharedBits(std::size_t row) const;
+  [[nodiscard]] std::vector<std::size_t> itemsOfMessage();
+  [[nodiscard]] bool hasInterface();
   void showBits();
   [[nodiscard]] model::CanItem& item();
   [[nodiscard]] bool isTransmit() { return item().DataStyle != 0; }
-  [[nodiscard]] std::string identifierFields();
   void saveListByItself();
   void takeItems(std::vector<model::CanItem> items, const QString& what);
   [[nodiscard]] std::string read(const QString& path, bool& ok);
 
   SheetModel values_;
+  std::vector<model::SharedBits> shared_;
   pictures::FrameBits* bits_ = nullptr;
   QLabel* frameValues_ = nullptr;
 };

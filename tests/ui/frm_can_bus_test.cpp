@@ -48,6 +48,12 @@ class CanBusWindow : public testing::Test {
   void enter(const char* caption, const QString& text) {
     support::type(controlOf<QWidget>(*window, caption), text);
   }
+  [[nodiscard]] QString fieldWords() const {
+    return controlOf<QLabel>(controlOf<QWidget>(*window, "Fields:"), "words").text();
+  }
+  [[nodiscard]] QString check(int row) const {
+    return controlOf<ui::SheetView>(*window, "list").model()->index(row, 5).data().toString();
+  }
   [[nodiscard]] const std::vector<model::CanItem>& items() const {
     return window->working().can.items;
   }
@@ -75,7 +81,7 @@ class CanBusWindow : public testing::Test {
 TEST_F(CanBusWindow, ReceivesWhatAPersonSetsUp) {
   window->addItem();
   enter("Identifier:", "&H0CF00400");
-  EXPECT_TRUE(controlOf<QLabel>(*window, "Fields:").text().contains("PGN 61444"));
+  EXPECT_TRUE(fieldWords().contains("PGN 61444")) << fieldWords().toStdString();
   enter("Identifier:", "speed");
   window->accept();
   EXPECT_TRUE(window->hint().contains("'speed' is no identifier")) << window->hint().toStdString();
@@ -90,6 +96,117 @@ TEST_F(CanBusWindow, ReceivesWhatAPersonSetsUp) {
   EXPECT_TRUE(value.startsWith("Engine = ")) << value.toStdString();
   const std::string program = keep();
   EXPECT_NE(program.find("Alias CBlk1(1) = Engine"), std::string::npos);
+}
+
+/// Identifiers get one form; what the program would cut or misread is refused.
+TEST_F(CanBusWindow, GivesIdentifiersTheirForm) {
+  window->addItem();
+  enter("Identifier:", "&h0cf00400");
+  EXPECT_EQ(items()[0].DataId, "&HCF00400");
+  enter("Identifier:", "0042");
+  EXPECT_EQ(items()[0].DataId, "42");
+  enter("Identifier:", "-5");
+  EXPECT_TRUE(window->hint().contains("'-5' is no identifier")) << window->hint().toStdString();
+}
+
+TEST_F(CanBusWindow, ReadsAndWritesTheFieldsOfIdentifiers) {
+  window->addItem();
+  choose("Direction:", "Transmit, then receive");
+  const std::pair<const char*, std::string model::CanItem::*> cases[] = {
+      {"Fields:", &model::CanItem::DataId}, {"Fields to send:", &model::CanItem::TxDataId}};
+  for (const auto& [caption, place] : cases) {
+    auto& fields = controlOf<QWidget>(*window, caption);
+    const std::pair<const char*, const char*> typed[] = {
+        {"Priority", "6"}, {"Page", "1"},    {"PDU format", "254"}, {"PDU specific", "241"},
+        {"Source", "300"}, {"Source", "11"}, {"Reserved", "0"}};
+    for (const auto& [field, number] : typed)
+      support::type(controlOf<QWidget>(fields, field), number);
+    EXPECT_EQ(items()[0].*place, std::to_string(0x19FEF10B)) << caption;
+  }
+  enter("Identifier:", "&H18FEF100");
+  support::type(controlOf<QWidget>(controlOf<QWidget>(*window, "Fields:"), "Source"), "11");
+  EXPECT_EQ(items()[0].DataId, "&H18FEF10B");
+  EXPECT_TRUE(fieldWords().contains("PGN 65265")) << fieldWords().toStdString();
+  choose("Identifiers:", "11 bits");
+  EXPECT_FALSE(controlOf<QWidget>(controlOf<QWidget>(*window, "Fields:"), "Source").isEnabled());
+}
+
+TEST_F(CanBusWindow, OffersTheTypesOfTheDirection) {
+  window->addItem();
+  EXPECT_TRUE(check(0).contains("choose what the item receives")) << check(0).toStdString();
+  auto& types = controlOf<QComboBox>(*window, "Type:");
+  choose("Type:", ui::qstring(can::messageTypeText(2)));
+  EXPECT_EQ(types.count(), 6);
+  choose("Direction:", "Transmit");
+  EXPECT_EQ(types.count(), 8);
+  EXPECT_EQ(types.currentText(), ui::qstring(can::messageTypeText(8)));
+  enter("Frame to send:", "&H02ZZ");
+  window->accept();
+  EXPECT_TRUE(window->hint().contains("'&H02ZZ' is no frame")) << window->hint().toStdString();
+  enter("Frame to send:", "&H02010C0000000000");
+  keep();
+}
+
+TEST_F(CanBusWindow, TellsOfBitsThatItemsShare) {
+  for (const char* identifier : {"&HCF00400", "217056256", "5"}) {
+    window->addItem();
+    enter("Identifier:", identifier);
+    choose("Type:", ui::qstring(can::messageTypeText(1)));
+  }
+  EXPECT_EQ(check(0), "takes bits that another item takes too: 2");
+  EXPECT_EQ(check(1), "takes bits that another item takes too: 1");
+  EXPECT_EQ(check(2), "good");
+  window->chooseRow(0);
+  auto& bits = *window->findChild<pictures::FrameBits*>();
+  Q_EMIT bits.itemClicked(1);
+  EXPECT_EQ(window->row(), 1U);
+}
+
+/// A number passes smaller ones while it is typed.
+TEST_F(CanBusWindow, KeepsValuesWhileTheirNumberIsTyped) {
+  window->addItem();
+  choose("Type:", ui::qstring(can::messageTypeText(1)));
+  enter("Values:", "2");
+  pasteAt(*window, "values", 1, 0, "Second\tbar");
+  enter("Values:", "10");
+  ASSERT_EQ(items()[0].values.size(), 10U);
+  EXPECT_EQ(items()[0].values[1].AliasName, "Second");
+  enter("Values:", "1");
+  EXPECT_EQ(items()[0].values.size(), 1U);
+  keep();
+}
+
+/// Items that nobody touched are cut by shorter identifiers as well.
+TEST_F(CanBusWindow, ChecksAllItemsWhenIdentifiersBecomeShorter) {
+  window->reject();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  bench.openExample("vehicle_on_the_road");
+  window = &bench.open<ui::frmCanBus>(canBus);
+  choose("Identifiers:", "11 bits");
+  window->accept();
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(bench.messages.shown.back().title, "CAN ITEM");
+  EXPECT_TRUE(bench.messages.shown.back().text.find("is larger than 2047") != std::string::npos);
+  model::Project project = bench.project();
+  project.can.CanDataIDType = 0;
+  const auto notes = SAVEDLD::generate(project, {}).notes;
+  EXPECT_TRUE(std::any_of(notes.begin(), notes.end(), [](const std::string& note) {
+    return note.starts_with("CAN item 1: ") && note.find("2047") != std::string::npos;
+  }));
+}
+
+TEST_F(CanBusWindow, HasNoItemsWithoutTheInterface) {
+  window->reject();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  bench.openExample("bridge_monitoring");
+  window = &bench.open<ui::frmCanBus>(canBus);
+  bench.messages.shown.clear();
+  window->addItem();
+  window->loadList("list.txt");
+  window->importDatabase(QString(KGEN_DBC_DIR) + "/plain.dbc");
+  const ports::Message missing{.title = "NO MODULE", .text = "Please add a CANIF module first."};
+  EXPECT_EQ(bench.messages.shown, std::vector<ports::Message>(3, missing));
+  EXPECT_TRUE(items().empty());
 }
 
 TEST_F(CanBusWindow, LeadsBackToAnItemThatNoFrameHas) {
