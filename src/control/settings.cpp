@@ -4,6 +4,7 @@
 #include <limits>
 #include <optional>
 
+#include "model/time_units.h"
 #include "text/numbers.h"
 #include "text/strings.h"
 
@@ -12,7 +13,7 @@ namespace {
 
 using text::concat;
 
-constexpr std::int16_t longestUnitCode = 5;
+constexpr std::int16_t longestUnitCode = model::unitcode::hours;  // of a scan
 constexpr std::int16_t longestIntegrationCode = 2;
 constexpr std::int32_t allWarnings = 63;
 constexpr std::int32_t allVariableTypes = 127;

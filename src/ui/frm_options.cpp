@@ -12,6 +12,7 @@
 
 #include "control/panel_texts.h"
 #include "model/pick_list.h"
+#include "model/time_units.h"
 #include "ui/choices.h"
 #include "ui/colour_button.h"
 #include "verify/check_context.h"
@@ -167,7 +168,8 @@ void frmOptions::addDefaults() {
   form.number({"Scan &interval:", "Of the main scan; uSec counts tens of microseconds."},
               Bounds{0.001, 1e9, 1},
               [&defaults]() -> double& { return defaults.DefaultScanInterval; });
-  form.choice({"Scan &unit:", "The unit of the scan interval."}, timeUnitChoices(),
+  form.choice({"Scan &unit:", "The unit of the scan interval."},
+              timeUnitChoices(model::unitcode::hours),
               [&defaults]() -> std::int16_t& { return defaults.DefaultScanIntervalUnits; });
   form.number({"F&lags shown:", "Rows that the flags window shows at first."}, Bounds{1, 8, 1},
               [this]() -> std::int32_t& { return working_.DefaultNumFlags; });
