@@ -26,6 +26,10 @@ Result shownOrScientific(double number, std::string_view pattern) {
   return shownAs(number, needsScientific(number) ? scientificPattern : pattern);
 }
 
+double numberIn(std::string_view box) {
+  return text::isNumber(box) ? text::readNumber(box) : std::numeric_limits<double>::quiet_NaN();
+}
+
 double numberOf(const Result& result) {
   return result ? result->number : std::numeric_limits<double>::quiet_NaN();
 }

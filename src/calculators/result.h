@@ -22,6 +22,9 @@ Result shownAs(double number, std::string_view pattern);
 /// The same in scientific form from a million up and below a thousandth.
 Result shownOrScientific(double number, std::string_view pattern);
 
+/// The number in a box; a box that is empty or holds none is not-a-number too.
+double numberIn(std::string_view box);
+
 /// The number of a result; nothing computed is not-a-number, which spoils what is built on it.
 double numberOf(const Result& result);
 

@@ -24,9 +24,9 @@ std::string_view multiplierPattern(double multiplier) {
 }
 
 double solved(Unknown unknown, double m, const SensitivityPanel& panel) {
-  const double e = text::readNumber(panel.excitation);
-  const double u = text::readNumber(panel.units);
-  const double v = text::readNumber(panel.output);
+  const double e = numberIn(panel.excitation);
+  const double u = numberIn(panel.units);
+  const double v = numberIn(panel.output);
   switch (unknown) {
     case Unknown::excitation:
       return v / u * m * 1000;
@@ -41,7 +41,7 @@ double solved(Unknown unknown, double m, const SensitivityPanel& panel) {
 }  // namespace
 
 Result sensitivityMultiplier(const model::SensitivityInputs& inputs) {
-  const double multiplier = text::readNumber(inputs.FullScale) / text::readNumber(inputs.mVPerV);
+  const double multiplier = numberIn(inputs.FullScale) / numberIn(inputs.mVPerV);
   return shownAs(multiplier, multiplierPattern(multiplier));
 }
 
@@ -63,6 +63,14 @@ Result shownExcitation(std::string_view excitation) {
   return shownAs(text::readNumber(excitation), panelPattern);
 }
 
+std::optional<std::string> complaintAboutExcitation(std::string_view excitation) {
+  if (text::trimmed(excitation).empty()) return std::nullopt;
+  if (!text::isNumber(excitation))
+    return text::concat("'", excitation, "' is no number; enter mV without their unit.");
+  if (text::readNumber(excitation) >= 0) return std::nullopt;
+  return "The excitation can't be negative; enter 0 to 5000 mV.";
+}
+
 std::optional<ports::Message> questionAboutExcitation(std::string_view excitation) {
   if (!(text::readNumber(excitation) > largestExcitationMv)) return std::nullopt;
   return ports::Message{
@@ -76,7 +84,7 @@ std::optional<ports::Message> questionAboutExcitation(std::string_view excitatio
 }
 
 Transfer transferOf(const model::SensitivityInputs& inputs, std::string_view excitation) {
-  const bool given = text::isNumber(excitation);
+  const bool given = text::isNumber(excitation) && !complaintAboutExcitation(excitation);
   return {boxText(sensitivityMultiplier(inputs)), "", inputs.Units,
           given ? std::string(text::trimmed(excitation)) : ""};
 }

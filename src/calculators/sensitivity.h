@@ -33,6 +33,8 @@ Solution solvedFor(Unknown unknown, const model::SensitivityInputs& inputs,
 /// An excitation in mV as the panel shows it.
 Result shownExcitation(std::string_view excitation);
 
+/// Why a text can't be an excitation in mV; an empty one leaves that of the block.
+std::optional<std::string> complaintAboutExcitation(std::string_view excitation);
 /// An excitation, as its box shows it, above what the logger gives. Yes goes back to the window.
 std::optional<ports::Message> questionAboutExcitation(std::string_view excitation);
 

@@ -14,7 +14,7 @@ constexpr std::string_view examplePattern = "###0.0##";
 constexpr double litersOfGallon = 3.785411784;
 
 Result example(const Result& multiplier, std::string_view pulsesPerSecond) {
-  return shownAs(text::readNumber(pulsesPerSecond) * numberOf(multiplier), examplePattern);
+  return shownAs(numberIn(pulsesPerSecond) * numberOf(multiplier), examplePattern);
 }
 
 double volumeRatio(const model::FlowInputs& inputs) {
@@ -35,7 +35,8 @@ bool isInKiloOhms(const model::ResistanceInputs& inputs) {
 }
 
 Result resistanceMultiplier(const model::ResistanceInputs& inputs) {
-  const double ohms = text::readNumber(inputs.RsOhms);
+  const double ohms = numberIn(inputs.RsOhms);
+  if (!(ohms > 0)) return std::nullopt;
   return shownAs(isInKiloOhms(inputs) ? ohms / 1000 : ohms, multiplierPattern);
 }
 
@@ -44,7 +45,7 @@ Transfer transferOf(const model::ResistanceInputs& inputs) {
 }
 
 Result rpmMultiplier(const model::RpmInputs& inputs) {
-  return shownAs(60 / text::readNumber(inputs.Pulses), multiplierPattern);
+  return shownAs(60 / numberIn(inputs.Pulses), multiplierPattern);
 }
 
 Result rpmAtExample(const model::RpmInputs& inputs) {
@@ -57,7 +58,7 @@ Transfer transferOf(const model::RpmInputs& inputs) {
 
 Result flowMultiplier(const model::FlowInputs& inputs) {
   static constexpr std::array<double, 3> secondsOf = {1, 60, 3600};
-  const double factor = text::readNumber(inputs.CalFactor);
+  const double factor = numberIn(inputs.CalFactor);
   if (!(factor > 0)) return std::nullopt;
   return shownAs(1 / factor * secondsOf[timeIndex(inputs)] * volumeRatio(inputs), "#,##0.0#####");
 }

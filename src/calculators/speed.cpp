@@ -82,21 +82,20 @@ SpeedScaling scalingFor(double cmPerPulse, SpeedUnit unit) {
 }
 
 double circumferenceCm(const model::SpeedInputs& inputs) {
-  const double size =
-      text::readNumber(inputs.WheelSize) * (inputs.MKSSpd == english ? cmOfInch : 1);
+  const double size = numberIn(inputs.WheelSize) * (inputs.MKSSpd == english ? cmOfInch : 1);
   if (inputs.SizeOption == asDiameter) return pi * size;
   return inputs.SizeOption == asRadius ? 2 * pi * size : size;
 }
 
 double pulsesOfWheelTurn(const model::SpeedInputs& inputs) {
-  double pulses = std::max(text::readNumber(inputs.RevSpeed), 0.0);
+  double pulses = std::max(numberIn(inputs.RevSpeed), 0.0);
   for (const std::string& ratio : inputs.GearRatio)
-    if (!text::trimmed(ratio).empty()) pulses *= std::max(text::readNumber(ratio), 0.0);
+    if (!text::trimmed(ratio).empty()) pulses *= std::max(numberIn(ratio), 0.0);
   return pulses;
 }
 
 Result example(const SpeedScaling& scaling, std::string_view pulsesPerSecond) {
-  return shownAs(text::readNumber(pulsesPerSecond) * numberOf(scaling.multiplier), "###0.0##");
+  return shownAs(numberIn(pulsesPerSecond) * numberOf(scaling.multiplier), "###0.0##");
 }
 
 }  // namespace
@@ -132,7 +131,7 @@ SpeedScaling speedScaling(const model::SpeedInputs& inputs) {
 }
 
 SpeedScaling speedScaling(const model::MoreSpeedInputs& inputs) {
-  const double pulses = text::readNumber(inputs.InPulses);
+  const double pulses = numberIn(inputs.InPulses);
   const double cmPerPulse =
       inputs.InSystem == english ? inchesOfMile / pulses * cmOfInch : cmOfKm / pulses;
   return scalingFor(cmPerPulse, speedUnit(inputs));

@@ -4,8 +4,6 @@
 #include <cmath>
 #include <limits>
 
-#include "text/numbers.h"
-
 namespace calculators {
 namespace {
 
@@ -16,8 +14,8 @@ struct Points {
 };
 
 Points pointsOf(const model::TwoPointInputs& inputs) {
-  return {text::readNumber(inputs.XMin), text::readNumber(inputs.XMax),
-          text::readNumber(inputs.YMin), text::readNumber(inputs.YMax)};
+  return {numberIn(inputs.XMin), numberIn(inputs.XMax), numberIn(inputs.YMin),
+          numberIn(inputs.YMax)};
 }
 
 /// Not a finite number when both X are the same.
@@ -50,7 +48,7 @@ TwoPointProbe probeAtX(const model::TwoPointInputs& inputs, std::string_view x) 
   const Points points = pointsOf(inputs);
   const double slope = slopeOf(points);
   if (!std::isfinite(slope)) return {};
-  const double taken = withinEnds(text::readNumber(x), points);
+  const double taken = withinEnds(numberIn(x), points);
   return {shownOrScientific(taken, pattern),
           shownOrScientific(sumOf((taken - points.xMin) * slope, points.yMin), pattern)};
 }
@@ -59,7 +57,7 @@ TwoPointProbe probeAtY(const model::TwoPointInputs& inputs, std::string_view y) 
   const Points points = pointsOf(inputs);
   const double slope = slopeOf(points);
   if (!std::isfinite(slope)) return {};
-  const double entered = text::readNumber(y);
+  const double entered = numberIn(y);
   TwoPointProbe probe{std::nullopt, shownOrScientific(entered, pattern)};
   if (slope != 0)
     probe.x = shownOrScientific(

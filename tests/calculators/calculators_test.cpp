@@ -117,6 +117,48 @@ TEST(SensorFactors, GiveMultipliersAndExamples) {
   EXPECT_EQ(shown(rpmAtExample({"none", "1"})), "nothing");
 }
 
+/// A multiplier of 0 from an empty box would make every reading 0.
+TEST(Calculators, HaveNoResultWithoutTheirNumbers) {
+  for (const char* none : {"", "  ", "x", "12 mm"}) {
+    SCOPED_TRACE(none);
+    model::FlowInputs flow;
+    flow.CalFactor = none;
+    model::SpeedInputs noWheel, noPulses;
+    noWheel.RevSpeed = noPulses.WheelSize = "1";
+    noWheel.WheelSize = noPulses.RevSpeed = none;
+    model::MoreSpeedInputs more;
+    more.InPulses = none;
+    for (const Result& result :
+         {resistanceMultiplier({none, "Ohms"}), rpmMultiplier({none, ""}), flowMultiplier(flow),
+          rpmAtExample({"7", none}), sensitivityMultiplier({"2", none, "", ""}),
+          sensitivityMultiplier({none, "2", "", ""}), speedScaling(noWheel).multiplier,
+          speedScaling(noPulses).multiplier, speedScaling(more).multiplier,
+          lineThrough(line(none, "1", "2", "3")).multiplier,
+          lineThrough(line("0", none, "2", "3")).multiplier,
+          lineThrough(line("0", "1", none, "3")).multiplier,
+          lineThrough(line("0", "1", "2", none)).offset})
+      EXPECT_EQ(shown(result), "nothing");
+  }
+  for (const char* notAbove : {"0", "-100"})
+    EXPECT_EQ(shown(resistanceMultiplier({notAbove, "Ohms"})), "nothing");
+}
+
+TEST(Sensitivity, HandsOverOnlyWhatIsAnExcitation) {
+  const struct {
+    const char *typed, *transferred;
+    bool refused;
+  } cases[] = {{"", "", false},
+               {"0", "0", false},
+               {" 2500 ", "2500", false},
+               {"5000 mV", "", true},
+               {"-500", "", true}};
+  for (const auto& [typed, transferred, refused] : cases) {
+    SCOPED_TRACE(typed);
+    EXPECT_EQ(complaintAboutExcitation(typed).has_value(), refused);
+    EXPECT_EQ(transferOf({"2", "100", "", ""}, typed).excitation, transferred);
+  }
+}
+
 TEST(Flow, ConvertsBetweenGallonsAndLiters) {
   const struct {
     model::FlowInputs inputs;
