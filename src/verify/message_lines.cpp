@@ -6,8 +6,6 @@
 namespace verify {
 namespace {
 
-constexpr std::size_t longestList = 20;
-
 void appendLine(std::string& out, std::string_view line, bool first) {
   if (!first) out += "\r\n";
   out += line;
@@ -23,10 +21,7 @@ std::string joinedLines(std::initializer_list<std::string_view> lines) {
 
 std::string listedLines(const std::vector<std::string>& lines) {
   std::string out;
-  for (std::size_t i = 0; i < lines.size() && i < longestList; ++i)
-    appendLine(out, lines[i], i == 0);
-  if (lines.size() > longestList)
-    appendLine(out, text::concat("... and ", lines.size() - longestList, " more"), false);
+  for (std::size_t i = 0; i < lines.size(); ++i) appendLine(out, lines[i], i == 0);
   return out;
 }
 

@@ -10,7 +10,7 @@ namespace verify {
 
 std::string joinedLines(std::initializer_list<std::string_view> lines);
 
-/// A list inside a message; what is too long for a window ends with "... and 7 more".
+/// A list inside a message. All of it: who shows the message cuts what is too long.
 std::string listedLines(const std::vector<std::string>& lines);
 
 /// A whole number of microseconds with its thousands apart.

@@ -278,7 +278,7 @@ TEST(CheckDuplicateNames, TellsEveryUse) {
                      .icon = Icon::critical}));
 }
 
-TEST(CheckDuplicateNames, ListsKeywordsOnceAndCutsALongList) {
+TEST(CheckDuplicateNames, ListsKeywordsOnceAndAllOfALongList) {
   Project project = soundProject();
   keyword(project);
   project.block(BlockKind::voltage, 2).elements[0].AliasName = "SCAN";
@@ -293,7 +293,7 @@ TEST(CheckDuplicateNames, ListsKeywordsOnceAndCutsALongList) {
   for (model::Element& element : project.block(BlockKind::voltage, 2).elements)
     element.AliasName = "Same";
   const std::string text = verify::complaintAboutDuplicates(project)->text;
-  EXPECT_NE(text.find("].\r\n... and 3 more\r\n\r\nTHIS"), std::string::npos) << text;
+  EXPECT_EQ(std::count(text.begin(), text.end(), '['), 2 * 23) << text;
 }
 
 TEST(CheckTriggerUpgrade, ReadsTheFirstDigitOfTheVersion) {
