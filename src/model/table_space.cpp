@@ -94,6 +94,12 @@ Medium bufferMediumOf(const ScanSetup& scan) {
 
 double MediumSpace::free() const { return std::max(capacity - burstBuffer, 0.0); }
 
+std::optional<std::string> complaintAboutTimeOf(const SpacePlan& plan, std::size_t table) {
+  if (plan.tables.at(table - 1).intervalMicros > 0) return std::nullopt;
+  return "the table has no interval, since there is no such filter; choose an interval, or enter "
+         "records";
+}
+
 std::optional<std::int32_t> recordsIn(double seconds, const SpacePlan& plan, std::size_t table) {
   const TableSpace& space = plan.tables.at(table - 1);
   if (!(space.intervalMicros > 0)) return std::nullopt;

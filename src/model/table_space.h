@@ -50,6 +50,8 @@ struct SpacePlan {
   }
 };
 
+/// Why a table can't be sized by time: nothing tells how far apart its records are.
+std::optional<std::string> complaintAboutTimeOf(const SpacePlan& plan, std::size_t table);
 /// Records that a table keeps in a time; nothing when they take more than its medium has, or when
 /// the table has no interval.
 std::optional<std::int32_t> recordsIn(double seconds, const SpacePlan& plan, std::size_t table);

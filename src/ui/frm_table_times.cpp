@@ -193,6 +193,7 @@ Complaint frmTableTimes::storeTime(std::size_t table, Part part, std::string_vie
   if (!text::isNumber(text) || number < 0)
     return concat("'", text, "' is no number of ", partNames[static_cast<std::size_t>(part)]);
   CalcTableRecs();  // cells that are pasted together build on each other
+  if (Complaint complaint = model::complaintAboutTimeOf(plan_, table + 1)) return complaint;
   std::array<double, 4> parts = partsOf(GetTime(table));
   partOf(parts, static_cast<int>(part)) = number;
   // Half a microsecond makes up for what rounding took.

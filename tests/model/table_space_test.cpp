@@ -91,6 +91,8 @@ TEST(TableSpace, TurnsATimeIntoRecordsThatFit) {
   EXPECT_EQ(recordsIn(1'000'000, plan, 1), 1'000'000);
   EXPECT_EQ(recordsIn(1'000'001, plan, 1), std::nullopt);
   project.tables[0].OutInt = "VFilt";  // there is no filter
+  EXPECT_FALSE(complaintAboutTimeOf(plan, 1));
+  EXPECT_TRUE(complaintAboutTimeOf(KGEN_COMMON::CalcTableRecs(project, noBuffer), 1));
   EXPECT_EQ(recordsIn(1, KGEN_COMMON::CalcTableRecs(project, noBuffer), 1), std::nullopt);
   project = newProject();
   project.block(BlockKind::voltage, 1).elements[0].Table[0] = 0;  // records without data
