@@ -124,41 +124,70 @@ std::string joinedByAnd(const std::vector<std::string>& conditions) {
 /// Reads a grouping such as "1 And (2 Or 3)" and puts the conditions in place of their numbers.
 class Grouping {
  public:
-  Grouping(std::string_view grouping, const std::vector<std::string>& conditions)
-      : rest_(grouping), conditions_(conditions) {}
+  /// One condition may be left out, with what joins it to the others.
+  Grouping(std::string_view grouping, const std::vector<std::string>& conditions,
+           std::size_t leftOut = 0)
+      : rest_(grouping), conditions_(conditions), leftOut_(leftOut) {}
 
   /// Nothing when the grouping is no expression or uses a condition that is not there.
   std::optional<std::string> run() {
-    if (!expression(0) || !text::trimmed(rest_).empty()) return std::nullopt;
-    return std::move(out_);
+    Part all;
+    if (!expression(0, all) || !text::trimmed(rest_).empty()) return std::nullopt;
+    return std::move(all.text);
   }
 
  private:
   static constexpr int maxDepth = 50;
 
-  bool expression(int depth) {
-    if (depth > maxDepth || !operand(depth)) return false;
-    while (true) {
-      if (takeWord("And"))
-        out_ += " And ";
-      else if (takeWord("Or"))
-        out_ += " Or ";
-      else
-        return true;
-      if (!operand(depth)) return false;
-    }
-  }
+  struct Part {
+    std::string text;
+    std::string_view joint;  // before it
+    bool shrank = false;     // to one operand, which needs no parentheses
+  };
 
-  bool operand(int depth) {
-    while (takeWord("Not")) out_ += "Not ";
-    if (!take('(')) return condition();
-    out_ += '(';
-    if (!expression(depth + 1) || !take(')')) return false;
-    out_ += ')';
+  bool expression(int depth, Part& out) {
+    std::vector<Part> parts;
+    do {
+      Part& part = parts.emplace_back();
+      if (parts.size() > 1) part.joint = joint_;
+      if (depth > maxDepth || !operand(depth, part)) return false;
+    } while (takeJoint());
+    const std::size_t before = parts.size();
+    dropLeftOut(parts);
+    out.shrank = parts.size() == 1 && before > 1;
+    for (std::size_t i = 0; i < parts.size(); ++i)
+      out.text += concat(i == 0 ? "" : parts[i].joint, parts[i].text);
     return true;
   }
 
-  bool condition() {
+  bool takeJoint() {
+    joint_ = takeWord("And") ? " And " : takeWord("Or") ? " Or " : "";
+    return !joint_.empty();
+  }
+
+  /// Of the two joints beside an operand that goes, Or stays: And ties closer.
+  static void dropLeftOut(std::vector<Part>& parts) {
+    for (std::size_t i = parts.size(); i-- > 0;) {
+      if (!parts[i].text.empty()) continue;
+      if (i + 1 < parts.size() && parts[i].joint == " Or ") parts[i + 1].joint = " Or ";
+      parts.erase(parts.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+  }
+
+  bool operand(int depth, Part& out) {
+    std::string nots;
+    while (takeWord("Not")) nots += "Not ";
+    if (!take('(')) {
+      if (!condition(out.text)) return false;
+    } else {
+      if (!expression(depth + 1, out) || !take(')')) return false;
+      if (!out.text.empty() && !out.shrank) out.text = inParentheses(out.text);
+    }
+    if (!out.text.empty()) out.text.insert(0, nots);
+    return true;
+  }
+
+  bool condition(std::string& out) {
     rest_ = text::trimmed(rest_);
     std::size_t number = 0;
     while (!rest_.empty() && text::isDigit(rest_.front()) && number <= maxConditions) {
@@ -166,8 +195,9 @@ class Grouping {
       rest_.remove_prefix(1);
     }
     if (number < 1 || number > conditions_.size() || conditions_[number - 1].empty()) return false;
+    if (number == leftOut_) return true;
     const std::string& text = conditions_[number - 1];
-    out_ += mixesLogic(text) ? inParentheses(text) : text;
+    out = mixesLogic(text) ? inParentheses(text) : text;
     return true;
   }
 
@@ -188,7 +218,8 @@ class Grouping {
 
   std::string_view rest_;
   const std::vector<std::string>& conditions_;
-  std::string out_;
+  std::size_t leftOut_;
+  std::string_view joint_;  // that was read last
 };
 
 /// "PowerOff (0,10,Min)". An on-time takes the place of the first argument.
@@ -344,6 +375,20 @@ std::optional<std::string> complaintAboutGrouping(const OutputTable& table) {
     return std::nullopt;
   return concat("'", table.GroupWriteIf,
                 "' names a condition that is not complete: choose its variable, or leave it out.");
+}
+
+bool removeWriteIf(OutputTable& table, int condition) {
+  const int last = conditionCount(table.WriteIf);
+  std::vector<std::string> numbers;  // that the others have then
+  for (int c = 1; c <= last; ++c) numbers.push_back(concat(c > condition ? c - 1 : c));
+  for (int c = condition; c < last; ++c)
+    table.conditions.writeIf(c) = table.conditions.writeIf(c + 1);
+  table.conditions.writeIf(last) = {};
+  table.WriteIf = static_cast<std::int16_t>(last - 1);
+  if (text::trimmed(table.GroupWriteIf).empty()) return true;
+  table.GroupWriteIf =
+      Grouping(table.GroupWriteIf, numbers, static_cast<std::size_t>(condition)).run().value_or("");
+  return !table.GroupWriteIf.empty();
 }
 
 void storeDataEvent(OutputTable& table) {

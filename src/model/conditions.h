@@ -42,6 +42,10 @@ bool isWriteIfGrouping(std::string_view grouping, int conditions);
 /// Why the grouping of a table's write-if conditions can't be used; nothing when it can.
 std::optional<std::string> complaintAboutGrouping(const OutputTable& table);
 
+/// Takes a write-if condition (from 1) out. Those behind it move up, and the grouping follows.
+/// False when nothing is left of the grouping, or it could not be read: it is empty then.
+bool removeWriteIf(OutputTable& table, int condition);
+
 /// Renews the texts and the code that tell of the triggers in the project file.
 void storeDataEvent(OutputTable& table);
 

@@ -179,6 +179,13 @@ Complaint ConditionSheet::storeLogic(std::size_t row, std::string_view text) {
 
 void ConditionSheet::removeRow(std::size_t row) {
   if (!rows_.count || !counts(row)) return;
+  const QString what = QString("removed condition %1").arg(row + 1);
+  if (rows_.remove) {
+    const Complaint remark = rows_.remove(row);
+    Q_EMIT sheet_.edited(what);
+    if (remark) Q_EMIT sheet_.refused(qstring(*remark));
+    return;
+  }
   const auto last = static_cast<std::size_t>(rows_.count()) - 1;
   for (std::size_t r = row; r < last; ++r) {
     rows_.at(r) = rows_.at(r + 1);
@@ -187,7 +194,7 @@ void ConditionSheet::removeRow(std::size_t row) {
   rows_.at(last) = {};
   if (rows_.logic) rows_.logic(last) = "And";
   rows_.setCount(static_cast<int>(last));
-  Q_EMIT sheet_.edited(QString("removed condition %1").arg(row + 1));
+  Q_EMIT sheet_.edited(what);
 }
 
 }  // namespace ui

@@ -16,6 +16,9 @@ struct ConditionRows {
   /// How many of the rows count; the sheet raises and lowers the number. Without it all rows do.
   std::function<int()> count = {};
   std::function<void(int)> setCount = {};
+  /// Takes one of the rows that count out, where there is more to it than moving the others up;
+  /// answers with what is to be told of it.
+  std::function<Complaint(std::size_t row)> remove = {};
   /// "And" or "Or", to the next row.
   std::function<std::string&(std::size_t row)> logic = {};
   /// What stands before a row in place of its number.

@@ -40,6 +40,13 @@ ConditionRows frmWriteIf::rows() {
   };
   rows.count = [this] { return table().WriteIf; };
   rows.setCount = [this](int count) { table().WriteIf = static_cast<std::int16_t>(count); };
+  rows.remove = [this](std::size_t row) -> Complaint {
+    const std::string before = table().GroupWriteIf;
+    const bool kept = model::removeWriteIf(table(), static_cast<int>(row) + 1);
+    if (table().GroupWriteIf == before) return std::nullopt;
+    if (!kept) return text::concat("The grouping '", before, "' went with the condition.");
+    return text::concat("The grouping is now ", table().GroupWriteIf, ".");
+  };
   return rows;
 }
 

@@ -109,18 +109,12 @@ class Remover {
     conditions.logic(trigger, last) = "And";
   }
 
-  /// A grouping tells conditions by their numbers, so it goes with the first of them.
   void takeWriteIfs(std::size_t t) {
     model::OutputTable& table = project_.tables[t];
-    constexpr int last = model::maxConditions;
-    for (int c = std::min<int>(table.WriteIf, last); c >= 1; --c) {
+    for (int c = std::min<int>(table.WriteIf, model::maxConditions); c >= 1; --c) {
       if (!isLost(table.conditions.writeIf(c))) continue;
       note("Table ", t + 1, ", write if: ", conditionText(table.conditions.writeIf(c)));
-      for (int next = c; next < last; ++next)
-        table.conditions.writeIf(next) = table.conditions.writeIf(next + 1);
-      table.conditions.writeIf(last) = {};
-      --table.WriteIf;
-      table.GroupWriteIf.clear();
+      model::removeWriteIf(table, c);
     }
   }
 

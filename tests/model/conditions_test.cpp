@@ -85,6 +85,34 @@ TEST(WriteIf, FollowsTheGrouping) {
   EXPECT_FALSE(hasActiveWriteIf(table));
 }
 
+TEST(WriteIf, TakesARemovedConditionOutOfTheGrouping) {
+  const std::tuple<std::string, int, std::string> cases[] = {
+      {"1 And (2 Or 3)", 3, "1 And 2"},
+      {"1 And (2 Or 3)", 1, "(1 Or 2)"},
+      {"1 And (2 Or 3)", 2, "1 And 2"},
+      {"3 Or 1", 2, "2 Or 1"},
+      {"1 Or 2 And 3", 2, "1 Or 2"},
+      {"1 And 2 Or 3", 2, "1 Or 2"},
+      {"1 Or 2 And 3", 3, "1 Or 2"},
+      {"Not (2 Or (1)) And 3", 2, "Not (1) And 2"},
+      {"1 Or Not (Not 2 And 2)", 2, "1"},
+      {"2", 2, ""},
+      {"1 Xor 3", 1, ""},
+      {"", 1, ""}};
+  for (const auto& [grouping, condition, left] : cases) {
+    SCOPED_TRACE(grouping + " without " + std::to_string(condition));
+    OutputTable table;
+    table.WriteIf = 3;
+    for (int c = 1; c <= 3; ++c) table.conditions.writeIf(c).MeasVar = std::to_string(c);
+    table.GroupWriteIf = grouping;
+    EXPECT_EQ(removeWriteIf(table, condition), !left.empty() || grouping.empty());
+    EXPECT_EQ(table.GroupWriteIf, left);
+    EXPECT_EQ(table.WriteIf, 2);
+    EXPECT_EQ(table.conditions.writeIf(2).MeasVar, condition == 3 ? "2" : "3");
+    EXPECT_EQ(table.conditions.writeIf(3), Condition());
+  }
+}
+
 TEST(WriteIf, SaysWhyAGroupingCannotBeUsed) {
   OutputTable table;
   table.WriteIf = 2;

@@ -59,10 +59,11 @@ TEST(LostReferences, GoWithWhatTheyUse) {
   table.conditions.trigger(0, 2) = above("Beam");
   table.conditions.trigger(0, 3) = above("More");
   table.conditions.logic(0, 2) = "Or";
-  table.WriteIf = 2;
+  table.WriteIf = 3;
   table.conditions.writeIf(1) = above("VBlk1(1)");
   table.conditions.writeIf(2) = above("Beam");
-  table.GroupWriteIf = "1 Or 2";
+  table.conditions.writeIf(3) = above("BattVolt");
+  table.GroupWriteIf = "3 Or (1 And 2)";
   model::storeDataEvent(table);
   model::TableProcessing& crossings = before.block(BlockKind::bridge, 1).processing[0];
   crossings.LevelCode = "3,2,0,0";
@@ -78,7 +79,7 @@ TEST(LostReferences, GoWithWhatTheyUse) {
                                   "Power off on Level"}));
   EXPECT_EQ(lost.project.calculated.CalcFieldCount, 1);
   EXPECT_EQ(lost.project.tables[0].DataEventStart, "Beam > 5");
-  EXPECT_EQ(model::writeIfText(lost.project.tables[0]), "Beam > 5");
+  EXPECT_EQ(model::writeIfText(lost.project.tables[0]), "BattVolt > 5 Or Beam > 5");
   EXPECT_EQ(lost.project.block(BlockKind::bridge, 1).processing[0].LevelCode, "3,1,0,0");
   EXPECT_FALSE(lost.project.configuration.EnablePowerOff);
   EXPECT_EQ(questionAboutLostReferences(lost.settings)->buttons, ports::Buttons::yesNo);
