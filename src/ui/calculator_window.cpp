@@ -45,8 +45,8 @@ void CalculatorWindow::build() {
 }
 
 Field& CalculatorWindow::addNumber(Form& form, const FieldText& text,
-                                   std::function<std::string&()> place) {
-  return form.text(text, longestNumber, std::move(place));
+                                   std::function<std::string&()> place, Form::TextRule rule) {
+  return form.text(text, longestNumber, std::move(place), std::move(rule));
 }
 
 void CalculatorWindow::addUnits(Form& form, std::function<std::string&()> place) {

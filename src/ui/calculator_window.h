@@ -38,8 +38,9 @@ class CalculatorWindow : public SetupWindow {
   }
   [[nodiscard]] const ScaledBlock& target() const { return target_; }
 
-  /// A box for a number as text: nothing is refused, what is no number gives no result.
-  static Field& addNumber(Form& form, const FieldText& text, std::function<std::string&()> place);
+  /// A box for a number as text: what is no number gives no result, and is refused only by a rule.
+  static Field& addNumber(Form& form, const FieldText& text, std::function<std::string&()> place,
+                          Form::TextRule rule = {});
   static void addUnits(Form& form, std::function<std::string&()> place);
   static void addResult(Form& form, const FieldText& text,
                         std::function<calculators::Result()> result);

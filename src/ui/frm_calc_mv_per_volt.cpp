@@ -42,7 +42,9 @@ void frmCalcmVPerVolt::addResults(Form& form) {
 void frmCalcmVPerVolt::addUnknown(Form& form, const FieldText& text, Unknown unknown,
                                   const Place& place) {
   static constexpr std::string_view captions[] = {"Calculate E", "Calculate U", "Calculate V"};
-  addNumber(form, text, place);
+  const bool isExcitation = unknown == Unknown::excitation;
+  addNumber(form, text, place,
+            isExcitation ? calculators::complaintAboutExcitation : Form::TextRule());
   form.button({captions[static_cast<std::size_t>(unknown)], help::solveForThis},
               [this, unknown, place] { solve(unknown, place); });
 }
@@ -62,6 +64,11 @@ calculators::Transfer frmCalcmVPerVolt::transfer() const {
 }
 
 bool frmCalcmVPerVolt::mayBeDone() {
+  if (isExcitationEdited() && text::readNumber(excitation_) < 0) {
+    ports_.messages.show(
+        {.title = "EXCITATION", .text = *calculators::complaintAboutExcitation(excitation_)});
+    return false;
+  }
   if (const auto question = calculators::questionAboutExcitation(excitation_))
     if (ports_.messages.show(*question) == ports::Answer::yes) return false;
   return CalculatorWindow::mayBeDone();

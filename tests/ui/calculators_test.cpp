@@ -165,6 +165,29 @@ TEST_F(Calculators, SensitivityAsksAboutTooMuchExcitation) {
   EXPECT_EQ(block(BlockKind::bridge).DefaultMult, 50);
 }
 
+TEST_F(Calculators, SensitivityRefusesWhatIsNoExcitation) {
+  open<ui::frmCalcmVPerVolt>(bridge, "mV/V calculator...");
+  const double before = block(BlockKind::bridge).Excite;
+  enter("Excitation, mV (E):", "4000 mV");
+  calculator->accept();
+  ASSERT_TRUE(calculator->isVisible());
+  EXPECT_TRUE(calculator->hint().contains("enter mV without their unit"));
+  enter("Excitation, mV (E):", " ");
+  enter("Full scale output:", "2");
+  enter("Rated capacity:", "100");
+  enter("Units (U):", "-10");
+  enter("Sensor output, mV (V):", "1");
+  click("Calculate E");
+  EXPECT_EQ(typed("Excitation, mV (E):"), "-5000.0");
+  calculator->accept();
+  EXPECT_TRUE(calculator->isVisible());
+  EXPECT_EQ(bench.messages.titles(), (std::vector<std::string>{"EXCITATION"}));
+  enter("Excitation, mV (E):", " ");
+  calculator->accept();
+  EXPECT_EQ(block(BlockKind::bridge).Excite, before);
+  EXPECT_EQ(block(BlockKind::bridge).DefaultMult, 50);
+}
+
 TEST_F(Calculators, PotentiometersHaveTheirOwnInputs) {
   open<ui::frmCalcPot>(bridge, "Potentiometer calculator...");
   EXPECT_EQ(calculator->windowTitle(), "Potentiometer Calculator");
