@@ -78,12 +78,16 @@ void widen(QMessageBox& box) {
                 grid->rowCount(), 0, 1, grid->columnCount());
 }
 
-/// Of a long list a box shows the beginning, and all of it when asked.
+/// Of a long list a box shows the beginning, what is said or asked below it, and all when asked.
 void setWords(QMessageBox& box, const QString& words) {
-  constexpr qsizetype mostLines = 30;
-  const QStringList lines = words.split('\n');
-  box.setText(lines.mid(0, mostLines).join('\n') + (lines.size() > mostLines ? "\n..." : ""));
-  if (lines.size() > mostLines) box.setDetailedText(words);
+  constexpr qsizetype mostLines = 30, linesBelow = 6;
+  QStringList lines = words.split('\n');
+  if (lines.size() <= mostLines) return box.setText(words);
+  box.setDetailedText(words);
+  const qsizetype above = mostLines - linesBelow, hidden = lines.size() - mostLines;
+  lines.remove(above, hidden);
+  lines.insert(above, QString("... %1 more lines, shown by Details ...").arg(hidden));
+  box.setText(lines.join('\n'));
 }
 
 }  // namespace

@@ -58,6 +58,7 @@ TEST(MessageBox, KeepsLinesWholeAndLongListsShort) {
   const std::string line(75, 'n');
   std::string list = "Names that are used twice:";
   for (int i = 0; i < 600; ++i) list += "\r\n" + std::to_string(i);
+  list += "\r\n\r\nTHIS MUST BE CORRECTED.";
   for (const std::string& text : {line, list}) {
     QTimer::singleShot(0, [&] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -67,7 +68,8 @@ TEST(MessageBox, KeepsLinesWholeAndLongListsShort) {
         EXPECT_GE(label->width(), box->fontMetrics().horizontalAdvance(label->text()));
       } else {
         EXPECT_LE(box->height(), 900);
-        EXPECT_TRUE(box->detailedText().endsWith("\n599"));
+        EXPECT_TRUE(box->text().endsWith("\n599\n\nTHIS MUST BE CORRECTED."));
+        EXPECT_EQ(box->detailedText(), QString::fromStdString(list).remove('\r'));
       }
       box->accept();
     });
