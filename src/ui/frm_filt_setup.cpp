@@ -205,10 +205,11 @@ void frmFiltSetup::addTotals(Form& form) {
 
 /// The isolated blocks follow the scan that the filters leave.
 bool frmFiltSetup::mayBeDone() {
+  if (!BlockWindow::mayBeDone()) return false;
   const model::Project& before = ports_.session.project();
   if (working_.filterSlots != before.filterSlots || working_.set(kind()) != before.set(kind()))
     KGEN_COMMON::PlanIsolatedBlocks(working_, ports_.messages, ports_.errors);
-  return BlockWindow::mayBeDone();
+  return true;
 }
 
 }  // namespace ui

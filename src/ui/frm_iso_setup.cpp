@@ -114,10 +114,11 @@ void frmIsoSetup::addFields(Form& form) {
 
 /// The plans of all blocks follow; what is wrong with one is told here.
 bool frmIsoSetup::mayBeDone() {
+  if (!BlockWindow::mayBeDone()) return false;
   const model::Project& before = ports_.session.project();
   if (working_.isolated != before.isolated || working_.set(kind()) != before.set(kind()))
     KGEN_COMMON::PlanIsolatedBlocks(working_, ports_.messages, ports_.errors);
-  return BlockWindow::mayBeDone();
+  return true;
 }
 
 }  // namespace ui

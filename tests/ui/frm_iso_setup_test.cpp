@@ -45,7 +45,10 @@ class IsolatedWindow : public testing::Test {
   }
   [[nodiscard]] const model::IsolatedSetup& shared() const { return window->working().isolated; }
 
-  ControlBench bench;
+  ports::Answer answer = ports::Answer::no;
+  ControlBench bench{[this](const ports::Message& message) {
+    return message.buttons == ports::Buttons::yesNo ? answer : ports::Answer::ok;
+  }};
   ui::frmIsoSetup* window = nullptr;
 };
 
@@ -112,6 +115,27 @@ TEST_F(IsolatedWindow, TellsOfATimeThatDoesNotFit) {
   EXPECT_NE(bench.messages.shown.back().text.find("--Integration Time Can't Fit--"),
             std::string::npos);
   EXPECT_EQ(bench.project().isolated.Integration, 19968);
+}
+
+/// Who looks at the scalars first comes to Done again, and hears of timing then.
+TEST_F(IsolatedWindow, TellsOfTimingOnceAfterTheScalars) {
+  open(1'000);
+  choose("Time below");
+  auto& channels = controlOf<ui::SheetView>(*window, "channels");
+  channels.setCurrentIndex(channels.model()->index(0, 3));
+  channels.pasteText("9\n");
+  enter("Multiplier:", "3");
+  bench.messages.shown.clear();
+  answer = ports::Answer::yes;
+  window->accept();
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(bench.messages.titles(), std::vector<std::string>{"DEFAULT SCALING CHANGED"});
+  answer = ports::Answer::no;
+  window->accept();
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(bench.messages.titles(),
+            (std::vector<std::string>{"DEFAULT SCALING CHANGED", "DEFAULT SCALING CHANGED",
+                                      "7128 Isolated Module Timing Problem"}));
 }
 
 TEST_F(IsolatedWindow, KeepsTheSubscanWithin30Minutes) {
