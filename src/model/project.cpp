@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "model/table_rules.h"
 #include "text/strings.h"
 
 namespace model {
@@ -140,7 +141,7 @@ model::Project newProject(const model::DefaultSettings& settings) {
   project.scan.ExecutionTime = settings.DefaultScanInterval;
   project.scan.ExecTimeUnits = settings.DefaultScanIntervalUnits;
   for (std::size_t i = 0; i < model::maxTables; ++i) {
-    project.tables[i].TableName = text::concat("Table", i + 1);
+    project.tables[i].TableName = model::givenTableName("", i + 1);
     project.tables[i].AutoSize = settings.DefaultTableAutoSize;
     project.tables[i].Buffer = settings.DefaultTableNumRecs;
   }

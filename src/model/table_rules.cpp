@@ -141,9 +141,16 @@ std::optional<Message> informationAboutFlag(const Project& project, int flag) {
   return Message{.title = "FLAG INFORMATION", .text = std::move(text), .icon = Icon::none};
 }
 
-std::string filterTableName(std::string_view interval, std::size_t table) {
+std::string givenTableName(std::string_view interval, std::size_t table) {
   if (isVoltFilterRate(interval)) return concat("VFilt", table);
-  return isFftFilterRate(interval) ? concat("FFilt", table) : "";
+  return concat(isFftFilterRate(interval) ? "FFilt" : "Table", table);
+}
+
+std::string proposedTableName(const OutputTable& settings, std::size_t table) {
+  for (const std::string_view interval : {"VFilt", "FFilt", ""})
+    if (settings.TableName == givenTableName(interval, table))
+      return givenTableName(settings.OutInt, table);
+  return settings.TableName;
 }
 
 std::string equivalentScansLabel(const OutputTable& table) {

@@ -46,8 +46,10 @@ std::optional<ports::Message> questionAboutTableFlags(const Project& project);
 /// A flag 1 to 8 that the flags window controls already, and the lines that set it.
 std::optional<ports::Message> informationAboutFlag(const Project& project, int flag);
 
-/// The name that is proposed for a table at the rate of a filter; "" for any other interval.
-std::string filterTableName(std::string_view interval, std::size_t table);
+/// The name that a table gets by itself: "VFilt3" or "FFilt3" at the rate of a filter, "Table3".
+std::string givenTableName(std::string_view interval, std::size_t table);
+/// The name for the table's interval in place of one that was given; any other name stays.
+std::string proposedTableName(const OutputTable& settings, std::size_t table);
 
 /// "The number of equivalent scans per second for Data01."
 std::string equivalentScansLabel(const OutputTable& table);

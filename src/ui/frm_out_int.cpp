@@ -18,7 +18,6 @@
 #include "ui/frm_table_times.h"
 #include "ui/frm_trigger.h"
 #include "ui/frm_write_if.h"
-#include "ui/typing.h"
 #include "verify/check_context.h"
 #include "verify/window_checks.h"
 
@@ -172,6 +171,15 @@ void frmOutInt::addName(Form& form) {
   auto* box = static_cast<QLineEdit*>(field.widget);
   box->setValidator(typingRule(
       onlyNameKeys, [this]() -> const std::string& { return table().TableName; }, box));
+  nameKeeper_ = keepWhenEmpty(field, &model::OutputTable::TableName);
+}
+
+EmptyKeeper* frmOutInt::keepWhenEmpty(const Field& field, std::string model::OutputTable::*member) {
+  auto* keeper = new EmptyKeeper(
+      *field.widget, [ this, member ]() -> auto& { return table().*member; });
+  connect(keeper, &EmptyKeeper::restored, this,
+          [this, box = field.widget] { noteEdit(box->objectName()); });
+  return keeper;
 }
 
 void frmOutInt::addInterval(Form& form) {
@@ -206,6 +214,7 @@ void frmOutInt::addIntervalBox(Form& form) {
                      .then([this] { proposeName(); })
                      .shownWhen([this] { return !table().SyncTable; });
   intervalBox_ = field.widget;
+  intervalKeeper_ = keepWhenEmpty(field, &model::OutputTable::OutInt);
   static_cast<QComboBox*>(field.widget)
       ->setValidator(typingRule(
           onlyIntervalKeys, [this]() -> const std::string& { return table().OutInt; },
@@ -220,13 +229,14 @@ std::string frmOutInt::intervalText() const {
                 interval.synchronous ? ", each scan" : "");
 }
 
-/// A table at the rate of a filter is called by the filter's name, unless it gets another one.
+/// Not while the box is empty, on the way to another interval.
 void frmOutInt::proposeName() {
-  const std::string proposal = model::filterTableName(table().OutInt, number_);
-  if (!proposal.empty()) table().TableName = proposal;
+  if (table().OutInt.empty()) return;
+  table().TableName = model::proposedTableName(table(), number_);
 }
 
 void frmOutInt::clampInterval() {
+  intervalKeeper_->restore();
   table().OutInt = model::clampedInterval(table().OutInt, table().OutIntUnits);
   noteEdit("Interval:");
 }
@@ -410,17 +420,8 @@ std::vector<std::string> frmOutInt::previewNames() const {
           concat("UNITS", number_)};
 }
 
-/// A box that is left empty keeps what it had.
-void frmOutInt::keepInterval() {
-  if (!table().OutInt.empty() || intervalBefore_.empty()) return;
-  table().OutInt = intervalBefore_;
-  noteEdit("Interval:");
-}
-
 /// Enter in the interval box settles the interval; elsewhere it is Done.
 bool frmOutInt::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == intervalBox_ && event->type() == QEvent::FocusIn) intervalBefore_ = table().OutInt;
-  if (watched == intervalBox_ && event->type() == QEvent::FocusOut) keepInterval();
   if (watched == intervalBox_ && event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {

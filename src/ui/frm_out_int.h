@@ -4,6 +4,7 @@
 
 #include "model/stored_outputs.h"
 #include "ui/setup_window.h"
+#include "ui/typing.h"
 
 namespace ui {
 
@@ -30,6 +31,7 @@ class frmOutInt final : public SetupWindow {
   QTabBar* tabs();
   void addTable(Form& form);
   void addName(Form& form);
+  EmptyKeeper* keepWhenEmpty(const Field& field, std::string model::OutputTable::*member);
   void addInterval(Form& form);
   void addIntervalBox(Form& form);
   void addStorage(Form& form);
@@ -44,7 +46,6 @@ class frmOutInt final : public SetupWindow {
   void findStored();
   void proposeName();
   void clampInterval();
-  void keepInterval();
   void tellOfFlag(int flag);
   void cmdTableTime_Click();
   [[nodiscard]] std::string intervalText() const;
@@ -60,7 +61,8 @@ class frmOutInt final : public SetupWindow {
   SheetModel list_;
   QTabBar* tabs_ = nullptr;
   QWidget* intervalBox_ = nullptr;
-  std::string intervalBefore_;  // when its box got the focus
+  EmptyKeeper* nameKeeper_ = nullptr;
+  EmptyKeeper* intervalKeeper_ = nullptr;
 };
 
 }  // namespace ui

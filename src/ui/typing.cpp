@@ -39,6 +39,23 @@ QValidator::State TypingRule::validate(QString& text, int& cursor) const {
   return Acceptable;
 }
 
+EmptyKeeper::EmptyKeeper(QWidget& box, std::function<std::string&()> place)
+    : QObject(&box), place_(std::move(place)) {
+  box.installEventFilter(this);
+}
+
+void EmptyKeeper::restore() {
+  if (!place_().empty() || had_.empty()) return;
+  place_() = had_;
+  Q_EMIT restored();
+}
+
+bool EmptyKeeper::eventFilter(QObject*, QEvent* event) {
+  if (event->type() == QEvent::FocusIn) remember();
+  if (event->type() == QEvent::FocusOut) restore();
+  return false;
+}
+
 void restoreByEscape(QWidget& box) {
   auto* line = qobject_cast<QLineEdit*>(&box);
   if (line == nullptr) line = box.findChild<QLineEdit*>();

@@ -2,6 +2,7 @@
 
 #include <QValidator>
 #include <functional>
+#include <string>
 
 namespace ui {
 
@@ -16,6 +17,26 @@ class TypingRule final : public QValidator {
 
  private:
   Rule rule_;
+};
+
+/// A box that is left empty keeps what it had when it was entered.
+class EmptyKeeper final : public QObject {
+  Q_OBJECT
+ public:
+  EmptyKeeper(QWidget& box, std::function<std::string&()> place);
+  /// Before the box stands for another value.
+  void restore();
+  void remember() { had_ = place_(); }
+
+ Q_SIGNALS:
+  void restored();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  std::function<std::string&()> place_;
+  std::string had_;
 };
 
 /// Escape puts back the text that a box with a line to type in held before it was edited. Other

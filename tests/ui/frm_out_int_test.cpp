@@ -138,13 +138,44 @@ TEST_F(OutputTables, AnIntervalThatIsLeftEmptyStays) {
 }
 
 TEST_F(OutputTables, ProposeTheNameOfAFilterRate) {
-  window->chooseTable(2);
+  rename(2, "Table2");
   choose("Interval:", "VFilt");
   EXPECT_EQ(table(2).TableName, "VFilt2");
+  support::type(controlOf<QComboBox>(*window, "Interval:"), "60");
+  EXPECT_EQ(table(2).TableName, "Table2");
+  choose("Interval:", "VFilt");
   EXPECT_FALSE(controlOf<QComboBox>(*window, "Units:").isEnabled());
   rename(2, "Quick");
   EXPECT_EQ(table(2).OutInt, "VFilt");
   EXPECT_EQ(table(2).TableName, "Quick");
+}
+
+TEST_F(OutputTables, BoxesThatAreLeftEmptyKeepWhatTheyHad) {
+  const auto empty = [this](const char* caption) -> QWidget& {
+    auto& box = controlOf<QWidget>(*window, caption);
+    box.setFocus();
+    QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&box, Qt::Key_Delete);
+    return box;
+  };
+  window->chooseTable(2);
+  const model::Project before = window->working();
+  for (const char* caption : {"Name:", "Interval:"}) {
+    SCOPED_TRACE(caption);
+    QTest::keyClick(&empty(caption), Qt::Key_Tab);
+    EXPECT_EQ(window->working(), before);
+    empty(caption);
+    window->chooseTable(3);
+    EXPECT_EQ(window->working(), before);
+    window->chooseTable(2);
+  }
+  QTest::keyClick(&empty("Interval:"), Qt::Key_Return);
+  EXPECT_EQ(window->working(), before);
+  EXPECT_EQ(ui::utf8(controlOf<QComboBox>(*window, "Interval:").currentText()), table(2).OutInt);
+  empty("Name:");
+  window->accept();
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(bench.project(), before);
 }
 
 TEST_F(OutputTables, RefusesNamesThatAreThereAlready) {
@@ -305,6 +336,13 @@ TEST_F(OutputTables, AreWrittenUnderConditions) {
   EXPECT_EQ(lastMessage().title, "WRITE IF GROUPING");
   support::type(controlOf<QLineEdit>(writeIf, "Grouping:"), "Not 2 Or 1");
   support::keepPicture(writeIf, "frmWriteIf_light");
+  writeIf.conditions().removeRow(0);
+  EXPECT_EQ(writeIf.working().tables[6].GroupWriteIf, "Not 1");
+  EXPECT_EQ(writeIf.hint(), "The grouping is now Not 1.");
+  writeIf.conditions().removeRow(0);
+  EXPECT_EQ(writeIf.working().tables[6].GroupWriteIf, "");
+  EXPECT_EQ(writeIf.hint(), "The grouping 'Not 1' went with the condition.");
+  writeIf.undo();
   writeIf.accept();
   EXPECT_EQ(table(7).GroupWriteIf, "Not 2 Or 1");
   window->accept();
@@ -312,6 +350,16 @@ TEST_F(OutputTables, AreWrittenUnderConditions) {
 }
 
 TEST_F(OutputTables, AreSizedByTheTimeTheyHold) {
+  constexpr int withoutFilter = 3;
+  {
+    model::Project project = bench.project();
+    for (model::FilterSlot& slot : project.filterSlots) slot.BlockCount = 0;
+    project.tables[withoutFilter].OutInt = "VFilt";
+    window->reject();
+    bench.control->session().edit(std::move(project), "no filters");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    reopen();
+  }
   press("Table sizes...");
   auto& times = inner<ui::frmTableTimes>();
   ui::SheetView& sheet = times.tables();
@@ -337,6 +385,12 @@ TEST_F(OutputTables, AreSizedByTheTimeTheyHold) {
   EXPECT_TRUE(
       QTest::qWaitFor([&] { return total.palette().color(QPalette::WindowText) == usual; }));
   times.undo();
+  bench.messages.shown.clear();
+  sheet.setCurrentIndex(sheet.model()->index(withoutFilter, days));
+  sheet.pasteText("1\n");
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(times.hint().contains("the table has no interval")) << times.hint().toStdString();
+  EXPECT_TRUE(bench.messages.shown.empty());
   times.accept();
   EXPECT_EQ(table(2).Buffer, 720);
   EXPECT_EQ(table(1).Buffer, 600);
