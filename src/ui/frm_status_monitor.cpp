@@ -149,15 +149,34 @@ std::vector<std::string> frmStatusMonitor::statusFields() const {
 }
 
 void frmStatusMonitor::addLine() {
+  if (const Complaint complaint = storeEntry()) tell(qstring(*complaint));
+}
+
+Complaint frmStatusMonitor::storeEntry() {
   model::StatusLine line = entry_;
   const int flag = configuration().StatusFlag;
   if (flag > 0)
     line[static_cast<std::size_t>(StatusColumn::assignment)] =
         model::statusAssignment(flag, configuration().StatTrueFalse);
-  if (const Complaint complaint = addStatusLine(configuration(), line))
-    return tell(qstring(*complaint));
+  if (Complaint complaint = addStatusLine(configuration(), line)) return complaint;
   entered(StatusColumn::value).clear();
+  addedField_ = entered(StatusColumn::field);
   noteEdit("add line");
+  return std::nullopt;
+}
+
+/// A line that stands in the boxes is meant to be one of the monitor.
+bool frmStatusMonitor::mayBeDone() {
+  const bool begun = !text::trimmed(entered(StatusColumn::value)).empty() ||
+                     entered(StatusColumn::field) != addedField_;
+  if (!begun) return true;
+  const Complaint complaint = storeEntry();
+  if (!complaint) return true;
+  ports_.messages.show(
+      {.title = "NEW LINE",
+       .text = text::concat("The new line was not added.\r\n", *complaint,
+                            "\r\nEmpty its field and its value if it is not wanted.")});
+  return false;
 }
 
 void frmStatusMonitor::removeLine() {

@@ -11,6 +11,9 @@ class frmStatusMonitor final : public SetupWindow {
  public:
   explicit frmStatusMonitor(SetupWindow& owner);
 
+ protected:
+  bool mayBeDone() override;
+
  private:
   [[nodiscard]] model::LoggerConfiguration& configuration() { return working_.configuration; }
   QWidget* entry();
@@ -23,9 +26,11 @@ class frmStatusMonitor final : public SetupWindow {
   }
   [[nodiscard]] std::vector<std::string> statusFields() const;
   void addLine();
+  Complaint storeEntry();
   void removeLine();
 
   model::StatusLine entry_;
+  std::string addedField_;  // stays in its box for the next line
   SheetModel lines_;
   SheetView* view_ = nullptr;
 };
