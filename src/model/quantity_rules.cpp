@@ -114,46 +114,55 @@ void removeUntilFits(Project& project, BlockKind kind, ModuleKindIndex module) {
   }
 }
 
-void removeBlocks(Project& project) {
-  using enum BlockKind;
-  for (const BlockKind kind : {tcmux, bridge, voltage, thermocouple})
-    removeUntilFits(project, kind, ModuleKindIndex::analog7121);
-  for (const BlockKind kind : {tcmux, bridge})
-    removeUntilFits(project, kind, ModuleKindIndex::excitation7131);
-  for (const BlockKind kind : {pulse, highVoltage, filter, isolated})
-    removeUntilFits(project, kind, infoOf(kind).module);
+bool hasFewer(const LoggerConfiguration& now, const LoggerConfiguration& before,
+              ModuleKindIndex kind) {
+  return now.quantity(kind) < before.quantity(kind);
 }
 
-/// What the 7103 CPU can't do. Its blocks are not in use, but would be with another CPU.
-void removeWhatNeedsK700X(Project& project) {
-  if (isK700X(project.configuration)) return;
-  for (const BlockKind kind : {BlockKind::tcmux, BlockKind::isolated}) {
-    for (MeasurementBlock& block : project.set(kind).blocks) {
-      block.Reps = 0;
-      block.elements.clear();
-    }
-    project.set(kind).BlockCount = 0;
-  }
-  for (CanItem& item : project.can.items)
-    if (item.DataStyle != 0) item.Enabled = false;
-  for (FilterSlot& slot : project.filterSlots) slot.FFTType = 0;
+/// Blocks that had no room before stay, unless their modules are fewer now.
+void removeBlocks(Project& project, const LoggerConfiguration& before) {
+  using enum BlockKind;
+  const auto removeFor = [&](ModuleKindIndex module, std::initializer_list<BlockKind> kinds) {
+    if (!hasFewer(project.configuration, before, module)) return;
+    for (const BlockKind kind : kinds) removeUntilFits(project, kind, module);
+  };
+  removeFor(ModuleKindIndex::analog7121, {tcmux, bridge, voltage, thermocouple});
+  removeFor(ModuleKindIndex::excitation7131, {tcmux, bridge});
+  for (const BlockKind kind : {pulse, highVoltage, filter, isolated})
+    removeFor(infoOf(kind).module, {kind});
+}
+
+using PortGroups = std::vector<PortGroup>;
+
+PortGroups cutFirst(PortGroups& groups, int count) {
+  const auto size = static_cast<std::size_t>(std::max(count, 0));
+  const auto end = groups.begin() + static_cast<std::ptrdiff_t>(std::min(size, groups.size()));
+  PortGroups first(groups.begin(), end);
+  groups.erase(groups.begin(), end);
+  return first;
+}
+
+/// Modules that come take groups that had none.
+void fitTo(int count, PortGroups& groups, PortGroups& homeless) {
+  const auto size = static_cast<std::size_t>(std::max(count, 0));
+  if (size > groups.size())
+    for (const PortGroup& each : cutFirst(homeless, static_cast<int>(size - groups.size())))
+      groups.push_back(each);
+  groups.resize(size);
 }
 
 /// Port groups keep to their modules when modules before them come or go.
 void movePortGroups(Project& project, const LoggerConfiguration& before) {
   const auto& now = project.configuration;
-  const std::vector<PortGroup> old = std::exchange(project.ports.groups, {});
-  auto& groups = project.ports.groups;
-  const auto take = [&](int first, int available, int wanted) {
-    for (int i = 0; i < wanted && groups.size() < maxPortGroups; ++i) {
-      const auto index = static_cast<std::size_t>(first) + static_cast<std::size_t>(i);
-      groups.push_back(i < available && index < old.size() ? old[index] : PortGroup{});
-    }
-  };
-  const int oldFirst = before.quantity(ModuleKindIndex::excitation7131);
-  take(0, oldFirst, now.quantity(ModuleKindIndex::excitation7131));
-  take(oldFirst, 2 * before.quantity(ModuleKindIndex::counter7141),
-       2 * now.quantity(ModuleKindIndex::counter7141));
+  PortGroups homeless = std::exchange(project.ports.groups, {}), none;
+  PortGroups own = cutFirst(homeless, before.quantity(ModuleKindIndex::excitation7131));
+  const int counterGroups = 2 * before.quantity(ModuleKindIndex::counter7141);
+  PortGroups counters = cutFirst(homeless, counterGroups);
+  fitTo(now.quantity(ModuleKindIndex::excitation7131), own, counterGroups > 0 ? none : homeless);
+  fitTo(2 * now.quantity(ModuleKindIndex::counter7141), counters, homeless);
+  for (const PortGroups& part : {own, counters, homeless})
+    project.ports.groups.insert(project.ports.groups.end(), part.begin(), part.end());
+  project.ports.groups.resize(std::min(project.ports.groups.size(), maxPortGroups));
 }
 
 void removeOutputs(Project& project) {
@@ -162,6 +171,14 @@ void removeOutputs(Project& project) {
   auto& channels = project.excitation.channels;
   for (std::size_t n = 0; n < channels.size(); ++n)
     if (static_cast<int>(n) >= outputs) channels[n].Include = false;
+}
+
+/// True when there are none: the 7103 measures none, which keeps those of the project.
+bool multiplexersFit(const Project& project) {
+  const ChannelPlan plan = channelPlan(project);
+  return plan.multiplexers == 0 ||
+         (project.configuration.TCMUXQty >= plan.multiplexers && plan.free.differential >= 0 &&
+          plan.free.excitation >= 0 && plan.free.control >= 0);
 }
 
 bool lostCard(const LoggerConfiguration& before, const LoggerConfiguration& now) {
@@ -357,17 +374,16 @@ std::optional<Message> complaintAboutTcmux(const Project& project, int count) {
   return std::nullopt;
 }
 
+/// Multiplexers that did not fit before are asked about when something is taken away from them.
 std::optional<Message> questionAboutTcmuxBlocks(const Project& project,
                                                 const LoggerConfiguration& edited) {
-  const int placed = channelPlan(project).multiplexers;
-  if (placed == 0) return std::nullopt;
-  Project after = project;
+  Project before = project, after = project;
+  before.configuration.ModuleQty[cpuBox] = edited.ModuleQty[cpuBox];
   after.configuration = edited;
-  const ChannelPlan plan = channelPlan(after);
-  const bool fits = plan.multiplexers == placed && edited.TCMUXQty >= placed &&
-                    plan.free.differential >= 0 && plan.free.excitation >= 0 &&
-                    plan.free.control >= 0;
-  if (fits) return std::nullopt;
+  const bool loses = multiplexersFit(before) || edited.TCMUXQty < project.configuration.TCMUXQty ||
+                     hasFewer(edited, project.configuration, ModuleKindIndex::analog7121) ||
+                     hasFewer(edited, project.configuration, ModuleKindIndex::excitation7131);
+  if (!loses || multiplexersFit(after)) return std::nullopt;
   return yesOrNo("Delete TCMUX?",
                  "Warning:\r\nIf you proceed with this change, all TCMUX blocks will be deleted. "
                  "Continue?");
@@ -434,17 +450,21 @@ std::optional<Message> questionAboutCard(double oldMbytes, double newMbytes) {
 void applyConfiguration(Project& project, LoggerConfiguration edited) {
   const bool burstEnds = burstLosesCard(project, edited) || burstLosesCpu(project, edited);
   const bool tcmuxGoes = questionAboutTcmuxBlocks(project, edited).has_value();
+  const bool spectraGo = warningAboutSpectra(project, edited).has_value() ||
+                         (isK700X(project.configuration) && !isK700X(edited));
   const LoggerConfiguration before = std::exchange(project.configuration, std::move(edited));
   if (burstEnds) project.scan.ScanMode = 0;
   if (lostCard(before, project.configuration))
     for (OutputTable& table : project.tables)
       if (table.TableLocation == 3) table.TableLocation = 1;
   movePortGroups(project, before);
-  removeWhatNeedsK700X(project);
+  if (spectraGo)
+    for (FilterSlot& slot : project.filterSlots) slot.FFTType = 0;
   while (tcmuxGoes && highestInUse(project, BlockKind::tcmux) > 0)
     removeBlock(project, BlockKind::tcmux, highestInUse(project, BlockKind::tcmux));
-  removeOutputs(project);
-  removeBlocks(project);
+  if (hasFewer(project.configuration, before, ModuleKindIndex::excitation7131))
+    removeOutputs(project);
+  removeBlocks(project, before);
   fitLists(project);
 }
 

@@ -69,8 +69,9 @@ std::string cardSizeText(double mbytes, bool inGbytes);
 /// Taking the card away moves the tables to the logger's memory.
 std::optional<ports::Message> questionAboutCard(double oldMbytes, double newMbytes);
 
-/// Puts an edited configuration into the project and removes what no longer fits: blocks from
-/// the highest number down, ports and outputs of modules that are gone, what the 7103 CPU lacks.
+/// Puts an edited configuration into the project and removes what no longer fits where modules are
+/// fewer than before: blocks from the highest number down, ports and outputs. What only the 7104
+/// can measure stays for its return; FFT spectra become samples.
 void applyConfiguration(Project& project, LoggerConfiguration edited);
 
 std::string totalLabel(int userModules);

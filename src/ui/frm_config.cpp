@@ -283,16 +283,36 @@ bool frmConfig::takeModules(int box, int count) {
 }
 
 bool frmConfig::mayHaveCpu(int code) {
-  return !isTold(model::complaintAboutCpu(code)) && isYes(model::questionAboutCpu(code));
+  return !isTold(model::complaintAboutCpu(code)) && isYes(model::questionAboutCpu(code)) &&
+         mayWakeBlocks(code);
+}
+
+/// Another CPU may measure blocks for which modules were taken away while they slept.
+bool frmConfig::mayWakeBlocks(int code) {
+  const model::Project asleep = judged(configuration().ModuleQty[model::cpuBox]);
+  const model::Project awake = judged(code);
+  for (std::size_t k = 0; k < model::moduleKinds; ++k) {
+    const auto kind = static_cast<ModuleKindIndex>(k);
+    const int count = configuration().quantity(kind);
+    if (model::warningAboutReduction(asleep, kind, count)) continue;  // was asked
+    if (!isYes(model::warningAboutReduction(awake, kind, count))) return false;
+  }
+  return true;
 }
 
 /// What would be removed is told from the project as it is: its ports still belong to its modules.
+model::Project frmConfig::judged(int cpu) const {
+  model::Project project = ports_.session.project();
+  project.configuration.AutoChan = working_.configuration.AutoChan;
+  project.configuration.ModuleQty[model::cpuBox] = static_cast<std::int16_t>(cpu);
+  return project;
+}
+
 bool frmConfig::mayHaveModules(ModuleKindIndex kind, int count) {
   isTold(model::warningAboutFilterPower(kind, count));
   if (count >= working_.configuration.quantity(kind)) return true;
-  model::Project project = ports_.session.project();
-  project.configuration.AutoChan = configuration().AutoChan;
-  return isYes(model::warningAboutReduction(project, kind, count));
+  return isYes(
+      model::warningAboutReduction(judged(configuration().ModuleQty[model::cpuBox]), kind, count));
 }
 
 bool frmConfig::takePeripheral(Peripheral peripheral, int count) {

@@ -47,6 +47,8 @@ class frmConfig final : public SetupWindow {
   bool takeModules(int box, int count);
   bool takePeripheral(model::Peripheral peripheral, int count);
   bool mayHaveCpu(int code);
+  bool mayWakeBlocks(int code);
+  [[nodiscard]] model::Project judged(int cpu) const;
   bool mayHaveModules(model::ModuleKindIndex kind, int count);
   bool isYes(const std::optional<ports::Message>& question);
   /// Shows a message if there is one.

@@ -127,12 +127,14 @@ void SetupWindow::noteEdit(const QString& what) {
   refusal_.clear();
   if (working_ != before_) {
     if (what != lastEdit_ || past_.empty()) {
+      ++state_;
       past_.push_back(std::move(before_));
       if (past_.size() > longestHistory) past_.pop_front();
     }
     future_.clear();
     lastEdit_ = what;
     before_ = working_;
+    keepMemory(state_);
   }
   refresh();
 }
@@ -185,8 +187,15 @@ void SetupWindow::turnTo(const std::function<void()>& another) {
   if (typed && focused && focused->isVisible()) focused->setFocus();
 }
 
-void SetupWindow::undo() { go(past_, future_); }
-void SetupWindow::redo() { go(future_, past_); }
+void SetupWindow::undo() {
+  if (!past_.empty()) recallMemory(--state_);
+  go(past_, future_);
+}
+
+void SetupWindow::redo() {
+  if (!future_.empty()) recallMemory(++state_);
+  go(future_, past_);
+}
 
 void SetupWindow::showPreview() {
   const std::vector<std::string> names = previewNames();

@@ -76,6 +76,10 @@ class SetupWindow : public QDialog {
   virtual bool mayBeDone() { return true; }
   /// Asked before edits are forgotten by Escape or the frame's button; Yes is Done.
   [[nodiscard]] virtual std::optional<ports::Message> questionAboutEdits() const;
+  /// What a window remembers beside the working copy goes back and forth with it: keep it under the
+  /// number of the state that was reached, and take it up again when that state comes back.
+  virtual void keepMemory(int /*state*/) {}
+  virtual void recallMemory(int /*state*/) {}
   /// Names whose program lines are shown: "VBlk1*" also stands for longer ones.
   [[nodiscard]] virtual std::vector<std::string> previewNames() const { return {}; }
 
@@ -108,6 +112,7 @@ class SetupWindow : public QDialog {
   WindowInfo info_;
   model::Project before_;  // the working copy as it was before the last edit
   QString lastEdit_;
+  int state_ = 0;  // edits so far, less those undone
   History past_, future_;
   QString refusal_;  // of a cell, until an edit or Done
   bool corrected_ = false;

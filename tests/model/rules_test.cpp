@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
+#include <tuple>
 
 #include "model/channel_plan.h"
 #include "model/names.h"
@@ -156,6 +158,43 @@ TEST(ConfigurationDone, RemovesWhatNoLongerFits) {
   EXPECT_EQ(project, before);  // nothing edited, nothing changed
 }
 
+/// A project can have more than its modules hold; only a lower count of theirs removes it.
+TEST(ConfigurationDone, KeepsWhatHadNoRoomBefore) {
+  Project project = newProject();
+  for (const BlockKind kind : {BlockKind::voltage, BlockKind::bridge, BlockKind::tcmux,
+                               BlockKind::highVoltage, BlockKind::isolated, BlockKind::pulse})
+    addBlock(project, kind, 8);
+  project.excitation.channels.resize(2);
+  project.excitation.channels[1].Include = true;
+  project.ports.groups.resize(3);
+  project.ports.groups[1].ports[0].Include = true;
+  for (const auto& edit : std::initializer_list<std::function<void(LoggerConfiguration&)>>{
+           [](LoggerConfiguration& edited) { edited.TcConfigOpts[2] = 50; },
+           [](LoggerConfiguration& edited) { edited.quantity(filter7125) = 1; },
+           [](LoggerConfiguration& edited) { edited.quantity(ModuleKindIndex::cpu) = 1; }}) {
+    LoggerConfiguration edited = project.configuration;
+    edit(edited);
+    Project done = project;
+    EXPECT_FALSE(questionAboutTcmuxBlocks(project, edited));
+    applyConfiguration(done, edited);
+    done.configuration = project.configuration;
+    EXPECT_EQ(done, project);
+  }
+  LoggerConfiguration more = project.configuration;
+  more.quantity(excitation7131) = 2;
+  applyConfiguration(project, more);
+  EXPECT_TRUE(project.ports.groups[1].ports[0].Include);  // now on the second 7131
+  LoggerConfiguration fewer = more;
+  fewer.quantity(excitation7131) = 0;
+  EXPECT_TRUE(questionAboutTcmuxBlocks(project, fewer));
+  applyConfiguration(project, fewer);
+  EXPECT_EQ(project.set(BlockKind::tcmux).BlockCount, 0);
+  EXPECT_EQ(project.set(BlockKind::bridge).BlockCount, 0);
+  EXPECT_EQ(project.set(BlockKind::voltage).BlockCount, 1);
+  EXPECT_FALSE(project.excitation.channels[1].Include);
+  EXPECT_EQ(project.ports.groups.size(), 1U);
+}
+
 TEST(CardSize, IsWholeMbytesOrDecimalGbytes) {
   EXPECT_EQ(cardSizeMbytes("2048", false), 2048);
   EXPECT_EQ(cardSizeMbytes("0.125", true), 128);
@@ -164,6 +203,18 @@ TEST(CardSize, IsWholeMbytesOrDecimalGbytes) {
     EXPECT_FALSE(cardSizeMbytes(text, false)) << text;
   for (const std::string_view text : {"2.001", "0.1255", "3"})
     EXPECT_FALSE(cardSizeMbytes(text, true)) << text;
+}
+
+TEST(TableNames, FollowTheIntervalOnlyWhenGiven) {
+  const std::tuple<const char*, const char*, std::string> cases[] = {
+      {"Table3", "VFilt", "VFilt3"}, {"VFilt3", "ffilt", "FFilt3"}, {"FFilt3", "60", "Table3"},
+      {"Table3", "10", "Table3"},    {"Fast", "VFilt", "Fast"},     {"Table4", "VFilt", "Table4"}};
+  for (const auto& [name, interval, proposed] : cases) {
+    OutputTable table;
+    table.TableName = name;
+    table.OutInt = interval;
+    EXPECT_EQ(proposedTableName(table, 3), proposed) << name << " " << interval;
+  }
 }
 
 TEST(TableNames, AreComparedWithoutRegardToCase) {

@@ -189,7 +189,7 @@ TEST_F(Hardware, AsksBeforeModulesInUseGo) {
   }
 }
 
-TEST_F(Hardware, SwitchesTheCpuAndRemovesWhatTheOtherOneLacks) {
+TEST_F(Hardware, SwitchesTheCpuAndAsksOnce) {
   open("everything_at_once");
   answer = Answer::no;
   EXPECT_EQ(count("CPU", "13"), "2");
@@ -208,21 +208,81 @@ TEST_F(Hardware, SwitchesTheCpuAndRemovesWhatTheOtherOneLacks) {
   EXPECT_EQ(box.toolTip(), "7103 CPU (1=7103, 2=7104)");
 
   bench.messages.shown.clear();
-  const model::Project before = bench.project();
-  answer = Answer::no;
-  window->accept();
-  EXPECT_EQ(bench.messages.shown,
-            std::vector{asked("Delete TCMUX?",
-                              "Warning:\r\nIf you proceed with this change, all TCMUX blocks will "
-                              "be deleted. Continue?")});
-  EXPECT_TRUE(window->isVisible());
-  EXPECT_EQ(bench.project(), before);
-  answer = Answer::yes;
   window->accept();
   EXPECT_FALSE(window->isVisible());
-  EXPECT_EQ(bench.project().set(BlockKind::tcmux).BlockCount, 0);
-  EXPECT_EQ(bench.project().set(BlockKind::isolated).BlockCount, 0);
+  EXPECT_EQ(bench.messages.titles(), Strings{"CHANGE 7125 MEASUREMENT"});
+  EXPECT_FALSE(inUse(bench.project(), BlockKind::isolated, 1));
   EXPECT_TRUE(bench.control->CurBasicFileName().endsWith(".KP7"));
+}
+
+/// Blocks and CAN items that the 7103 can't measure sleep until a 7104 is back.
+TEST_F(Hardware, WhatThe7103LacksComesBackWithThe7104) {
+  open("everything_at_once");
+  const model::Project before = bench.project();
+  for (const char* cpu : {"1", "2"}) {
+    count("CPU", cpu);
+    window->accept();
+    ASSERT_FALSE(window->isVisible());
+    EXPECT_EQ(bench.project().set(BlockKind::isolated), before.set(BlockKind::isolated));
+    EXPECT_EQ(bench.project().set(BlockKind::tcmux), before.set(BlockKind::tcmux));
+    EXPECT_EQ(bench.project().can, before.can);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    window = &bench.open<ui::frmConfig>(hardware);
+    controlOf<ui::NumberBox>(*window, "Reference integration:").setFocus();
+    support::type(controlOf<ui::NumberBox>(*window, "Reference integration:"), "50");
+    bench.messages.shown.clear();
+    window->accept();
+    EXPECT_TRUE(bench.messages.shown.empty());
+    EXPECT_EQ(bench.project().set(BlockKind::isolated), before.set(BlockKind::isolated));
+    EXPECT_EQ(bench.project().set(BlockKind::tcmux), before.set(BlockKind::tcmux));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    window = &bench.open<ui::frmConfig>(hardware);
+  }
+}
+
+TEST_F(Hardware, MoreModulesRemoveNothingThatHadNoRoom) {
+  open("battery_test", [](model::Project& project) {
+    project.configuration.quantity(ModuleKindIndex::isolation7128) = 1;
+  });
+  const model::BlockSet blocks = bench.project().set(BlockKind::isolated);
+  count("7128 Isolation/High Common Mode", "2");
+  window->accept();
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_TRUE(bench.messages.shown.empty());
+  EXPECT_EQ(bench.project().set(BlockKind::isolated), blocks);
+}
+
+/// Modules taken away while nothing used them are asked about with the CPU that uses them.
+TEST_F(Hardware, AsksAboutModulesOfBlocksThatWakeUp) {
+  for (const bool cpuFirst : {false, true}) {
+    SCOPED_TRACE(cpuFirst);
+    open("battery_test",
+         [](model::Project& project) { project.configuration.quantity(ModuleKindIndex::cpu) = 1; });
+    const char* const box = "7128 Isolation/High Common Mode";
+    bench.messages.shown.clear();
+    answer = Answer::no;
+    if (cpuFirst) count("CPU", "2");
+    const std::string modules = count(box, "0");
+    EXPECT_EQ(modules == "0", !cpuFirst);
+    if (!cpuFirst) count("CPU", "2");
+    EXPECT_EQ(working().quantity(ModuleKindIndex::cpu), cpuFirst ? 2 : 1);
+    ASSERT_EQ(bench.messages.shown.size(), 1U);
+    EXPECT_TRUE(last().text.starts_with("Reducing the number of 7128 modules"));
+    window->reject();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+}
+
+TEST_F(Hardware, CancelAsksNothingAboutAnEmptyBox) {
+  open("everything_at_once");
+  auto& box = controlOf<QLineEdit>(*window, "7127 High Voltage");
+  box.setFocus();
+  box.selectAll();
+  QTest::keyClick(&box, Qt::Key_Backspace);
+  for (auto* each : window->findChildren<QPushButton*>())
+    if (each->text() == "Cancel") QTest::mouseClick(each, Qt::LeftButton);
+  EXPECT_TRUE(bench.messages.shown.empty());
+  EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(Hardware, TurnsSpectraIntoSamplesOnThe7103) {
@@ -400,6 +460,23 @@ TEST_F(Hardware, APersonSetsUpAStationThatSwitchesItselfOff) {
                            "If TripVolt <12 Then CountAvg", "If CountAvg >=5 Then PowerOff (0,0,0)",
                            "       Flag(4) = True"})
     EXPECT_NE(program.find(line), std::string::npos) << line;
+}
+
+TEST_F(Hardware, DoneAddsTheStatusLineThatStandsInTheBoxes) {
+  open("empty_project");
+  ui::SetupWindow& status = panel(monitor);
+  controlOf<QComboBox>(status, "Status Field:").setEditText("BattVolt");
+  support::type(controlOf<QLineEdit>(status, "Value:"), "11.8");
+  status.accept();
+  EXPECT_TRUE(status.isVisible());
+  ASSERT_EQ(bench.messages.titles(), Strings{"NEW LINE"});
+  EXPECT_NE(last().text.find("a comparison, a value and a flag"), std::string::npos);
+  choose(status, "Flag:", "Flag(3)");
+  status.accept();
+  EXPECT_FALSE(status.isVisible());
+  ASSERT_EQ(working().Status.size(), 1U);
+  EXPECT_EQ(working().Status[0][2], "11.8");
+  EXPECT_EQ(bench.messages.shown.size(), 1U);
 }
 
 TEST_F(Hardware, PanelsArePicturedInLightAndDark) {

@@ -38,12 +38,14 @@ class HardwareChanges : public testing::Test {
     window.accept();
     ASSERT_FALSE(window.isVisible()) << window.hint().toStdString();
   }
-  /// Nothing new is to be found, the program has no faults, and one undo brings all back.
+  /// Nothing new is to be found but blocks that sleep, the program has no faults, and one undo
+  /// brings all back.
   void expectSound() {
     EXPECT_NE(bench.project(), before);
     Texts found = findingsOf(bench.project());
     std::erase_if(found, [this](const std::string& each) {
-      return std::count(findingsBefore.begin(), findingsBefore.end(), each) > 0;
+      return std::count(findingsBefore.begin(), findingsBefore.end(), each) > 0 ||
+             each.find(" needs the 7104 CPU and is left out") != std::string::npos;
     });
     EXPECT_EQ(found, Texts());
     EXPECT_EQ(support::faultsOf(bench.project()), "");
