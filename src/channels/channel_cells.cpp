@@ -13,6 +13,7 @@ namespace {
 
 using model::BlockKind;
 using model::Element;
+using model::MeasurementBlock;
 
 constexpr Column columns[] = {
     {"kind", Field::kind},       {"block", Field::block},
@@ -36,8 +37,36 @@ Complaint complaintOf(std::string_view cell, std::string_view text) {
   return text::concat("'", cell, "' ", text);
 }
 
-double offsetOrGaugeFactor(BlockKind kind, const Element& element) {
-  return kind == BlockKind::bridge ? element.AliasGFactor : element.AliasOffset;
+/// What counts for a channel becomes its own.
+void takeUp(const MeasurementBlock& block, Element& element) {
+  element.AliasMult = multiplierOf(block, element);
+  element.AliasOffset = offsetOf(block, element);
+  element.AliasGFactor = gaugeFactorOf(block, element);
+  element.AliasExcept = true;
+}
+
+Complaint storeOwnScaling(std::string_view cell, const MeasurementBlock& block, Element& element) {
+  bool own = false;
+  if (Complaint complaint = storeYesNo(cell, own)) return complaint;
+  if (own) takeUp(block, element);
+  element.AliasExcept = own;
+  return {};
+}
+
+/// Scaling that is not what counts already is meant to count.
+Complaint storeScaling(Field field, BlockKind kind, std::string_view cell,
+                       const MeasurementBlock& block, Element& element) {
+  double number = 0;
+  if (Complaint complaint = storeNumber(cell, number)) return complaint;
+  Element own = element;
+  takeUp(block, own);
+  double& value = field == Field::multiplier  ? own.AliasMult
+                  : kind == BlockKind::bridge ? own.AliasGFactor
+                                              : own.AliasOffset;
+  if (text::shortest(number) == text::shortest(value)) return {};
+  value = number;
+  element = std::move(own);
+  return {};
 }
 
 Complaint storeText(std::string_view cell, const Complaint& complaint, std::string& text) {
@@ -102,7 +131,8 @@ const Column* columnNamed(std::string_view name) {
   return found == std::end(columns) ? nullptr : found;
 }
 
-std::string cellText(const Column& column, const ChannelAddress& channel, const Element& element) {
+std::string cellText(const Column& column, const ChannelAddress& channel,
+                     const MeasurementBlock& block, const Element& element) {
   switch (column.field) {
     case Field::kind:
       return std::string(model::infoOf(channel.kind).name);
@@ -115,9 +145,10 @@ std::string cellText(const Column& column, const ChannelAddress& channel, const 
     case Field::units:
       return element.AliasUnits;
     case Field::multiplier:
-      return text::shortest(element.AliasMult);
+      return text::shortest(multiplierOf(block, element));
     case Field::offset:
-      return text::shortest(offsetOrGaugeFactor(channel.kind, element));
+      return text::shortest(channel.kind == BlockKind::bridge ? gaugeFactorOf(block, element)
+                                                              : offsetOf(block, element));
     case Field::ownScaling:
       return element.AliasExcept ? "yes" : "no";
     case Field::table:
@@ -126,19 +157,18 @@ std::string cellText(const Column& column, const ChannelAddress& channel, const 
   return {};
 }
 
-Complaint storeCell(const Column& column, BlockKind kind, std::string_view cell, Element& element) {
+Complaint storeCell(const Column& column, BlockKind kind, std::string_view cell,
+                    const MeasurementBlock& block, Element& element) {
   switch (column.field) {
     case Field::alias:
       return storeText(cell, model::complaintAboutAlias(cell), element.AliasName);
     case Field::units:
       return storeText(cell, model::complaintAboutUnits(cell), element.AliasUnits);
     case Field::multiplier:
-      return storeNumber(cell, element.AliasMult);
     case Field::offset:
-      return storeNumber(cell,
-                         kind == BlockKind::bridge ? element.AliasGFactor : element.AliasOffset);
+      return storeScaling(column.field, kind, cell, block, element);
     case Field::ownScaling:
-      return storeYesNo(cell, element.AliasExcept);
+      return storeOwnScaling(cell, block, element);
     case Field::table:
       return storeMask(cell, element.Table[column.table]);
     default:

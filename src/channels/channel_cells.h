@@ -35,8 +35,9 @@ struct ChannelAddress {
   std::size_t number = 0;
 };
 
+/// A cell of a channel; of its scaling what counts, be it the channel's own or its block's.
 std::string cellText(const Column& column, const ChannelAddress& address,
-                     const model::Element& element);
+                     const model::MeasurementBlock& block, const model::Element& element);
 
 /// Words of the processing codes 0 to 7.
 std::span<const std::string_view> processingWords();
@@ -50,8 +51,10 @@ std::optional<std::string> storeMask(std::string_view cell, std::uint8_t& mask);
 std::optional<std::string> storeMask(std::string_view cell, std::uint8_t& mask, int last);
 
 /// Stores a cell. A text that the column does not take is answered with what is wrong and what to
-/// do, and the channel keeps its value.
+/// do, and the channel keeps its value. A number that is not the block's gives the channel its own
+/// scaling; what of that is not given stays as it was.
 std::optional<std::string> storeCell(const Column& column, model::BlockKind kind,
-                                     std::string_view cell, model::Element& element);
+                                     std::string_view cell, const model::MeasurementBlock& block,
+                                     model::Element& element);
 
 }  // namespace channels

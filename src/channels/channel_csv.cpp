@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "channels/cells.h"
 #include "channels/channel_cells.h"
 #include "channels/csv.h"
 #include "text/strings.h"
@@ -17,6 +18,7 @@ using model::Element;
 
 /// A channel of the project that rows are taken into.
 struct Channel : ChannelAddress {
+  const model::MeasurementBlock* owner = nullptr;
   Element* element = nullptr;
 };
 
@@ -92,17 +94,38 @@ class Importer {
     if (channel.element == nullptr) return;
     if (!seen_.insert(channel.element).second)
       return fault(row.line, text::concat(nameOf(channel), " stands twice; remove one line"));
+    ofBlock_ = saysOfBlock(row);
     for (std::size_t i = 0; i < order_.size(); ++i) readCell(row, i, channel);
+  }
+
+  /// A line without own scaling tells that of its block, which is not set here.
+  [[nodiscard]] bool saysOfBlock(const CsvRow& row) const {
+    bool own = true;
+    for (std::size_t i = 0; i < order_.size(); ++i)
+      if (order_[i]->field == Field::ownScaling) storeYesNo(text::trimmed(row.cells[i]), own);
+    return !own;
+  }
+
+  static std::optional<std::string> store(const Column& column, std::string_view cell,
+                                          const Channel& channel, bool ofBlock) {
+    const bool scaling = column.field == Field::multiplier || column.field == Field::offset;
+    double ignored = 0;
+    if (ofBlock && scaling) return storeNumber(cell, ignored);
+    return storeCell(column, channel.kind, cell, *channel.owner, *channel.element);
+  }
+
+  static std::string textOf(const Column& column, const Channel& channel) {
+    return cellText(column, channel, *channel.owner, *channel.element);
   }
 
   void readCell(const CsvRow& row, std::size_t index, const Channel& channel) {
     const Column& column = *order_[index];
-    const std::string before = cellText(column, channel, *channel.element);
+    const std::string before = textOf(column, channel);
     const std::string cell = text::asUtf8(text::trimmed(row.cells[index]));
     if (cell == before) return;  // what a project holds already is not judged here
-    if (const auto complaint = storeCell(column, channel.kind, cell, *channel.element))
+    if (const auto complaint = store(column, cell, channel, ofBlock_))
       return fault(row.line, text::concat(column.name, ": ", *complaint));
-    const std::string after = cellText(column, channel, *channel.element);
+    const std::string after = textOf(column, channel);
     if (after == before) return;
     report_.changes.push_back({row.line, text::concat(nameOf(channel), " ", column.name, ": \"",
                                                       before, "\" -> \"", after, "\"")});
@@ -142,12 +165,14 @@ class Importer {
                                    cellOf(row, Field::block), "; the project has ", blocks));
       return {};
     }
-    auto& elements = project_.block(channel.kind, channel.block).elements;
+    auto& owner = project_.block(channel.kind, channel.block);
+    auto& elements = owner.elements;
     if (channel.number < 1 || channel.number > elements.size()) {
       fault(row.line, text::concat("element: ", kind, " block ", channel.block, " has no channel ",
                                    cellOf(row, Field::element), "; it has ", elements.size()));
       return {};
     }
+    channel.owner = &owner;
     channel.element = &elements[channel.number - 1];
     return channel;
   }
@@ -168,6 +193,7 @@ class Importer {
 
   model::Project& project_;
   ImportReport report_;
+  bool ofBlock_ = false;  // the scaling of the row
   std::vector<const Column*> order_;
   std::unordered_set<const Element*> seen_;
   std::vector<LineText> renamed_;
@@ -182,12 +208,13 @@ std::string csvText(const model::Project& project) {
   appendCsvRow(out, cells);
   for (const BlockKind kind : model::allBlockKinds)
     for (std::size_t block = 1; block <= model::blockCount(project, kind); ++block) {
-      const auto& elements = project.block(kind, block).elements;
+      const model::MeasurementBlock& owner = project.block(kind, block);
+      const auto& elements = owner.elements;
       for (std::size_t i = 0; i < elements.size(); ++i) {
         const ChannelAddress channel{kind, block, i + 1};
         cells.clear();
         for (const Column& column : allColumns())
-          cells.push_back(cellText(column, channel, elements[i]));
+          cells.push_back(cellText(column, channel, owner, elements[i]));
         appendCsvRow(out, cells);
       }
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "apps/workbench.h"
+#include "text/numbers.h"
 
 namespace apps_test {
 namespace {
@@ -35,7 +36,7 @@ TEST_F(ChannelsTest, AnExportImportsWithoutAChange) {
 TEST_F(ChannelsTest, TakesEveryColumnAndSurvivesTheWayBack) {
   const Outcome run = import(std::string(header) +
                              "\r\nvoltage,1,2,Inlet,bar,2.5,-1E-3,yes,average+Maximum\r\n"
-                             "bridge,1,1,Beam_1,uStrain,1,2.085,no,level crossing\r\n");
+                             "bridge,1,1,Beam_1,uStrain,1,2.085,yes,level crossing\r\n");
   ASSERT_EQ(run.code, 0) << run.err;
   const model::Project project = bench.project("p.GN7");
   const model::Element& inlet = project.block(BlockKind::voltage, 1).elements[1];
@@ -49,6 +50,35 @@ TEST_F(ChannelsTest, TakesEveryColumnAndSurvivesTheWayBack) {
   EXPECT_EQ(beam.AliasGFactor, 2.085);
   EXPECT_EQ(beam.Table[0], 128);
   EXPECT_EQ(import(bench.kgen("channels export p.GN7").out, "--dry-run").out, "");
+}
+
+TEST_F(ChannelsTest, ShowsTheScalingThatCounts) {
+  model::Project project = bench.project("p.GN7");
+  const double ofBlock = project.block(BlockKind::voltage, 1).DefaultMult;
+  const struct {
+    const char* csv;
+    double multiplier;
+    bool own;
+  } cases[] = {
+      {"multiplier,own scaling\nvoltage,1,1,9,no\n", ofBlock, false},
+      {"own scaling,multiplier\nvoltage,1,1,no,9\n", ofBlock, false},
+      {"own scaling\nvoltage,1,1,yes\n", ofBlock, true},
+      {"multiplier\nvoltage,1,1,9\n", 9, true},
+      {"own scaling,multiplier\nvoltage,1,1,yes,7\n", 7, true},
+      {"multiplier,own scaling\nvoltage,1,1,7,no\n", ofBlock, false},
+  };
+  for (const auto& [csv, multiplier, own] : cases) {
+    SCOPED_TRACE(csv);
+    ASSERT_EQ(import(std::string("kind,block,element,") + csv).code, 0);
+    project = bench.project("p.GN7");
+    const model::MeasurementBlock& block = project.block(BlockKind::voltage, 1);
+    EXPECT_EQ(multiplierOf(block, block.elements[0]), multiplier);
+    EXPECT_EQ(block.elements[0].AliasExcept, own);
+    const std::string row = bench.kgen("channels export p.GN7").out;
+    EXPECT_NE(row.find("," + text::shortest(multiplier) + ",0," + (own ? "yes" : "no")),
+              std::string::npos)
+        << row;
+  }
 }
 
 TEST_F(ChannelsTest, ReadsTheFormsThatSpreadsheetsWrite) {
