@@ -8,7 +8,6 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <tuple>
 
 #include "channels/channel_cells.h"
 #include "channels/channel_csv.h"
@@ -45,6 +44,7 @@ BlockWindow::BlockWindow(const WindowPorts& ports, WindowInfo info, BlockKind ki
     const MeasurementBlock& each = working_.block(kind, n);
     kept_[n - 1] = {{}, each.DefaultMult, each.DefaultOffset};
   }
+  memories_[0] = kept_;
 }
 
 void BlockWindow::build() {
@@ -190,10 +190,10 @@ std::vector<SheetColumn> BlockWindow::channelColumns() {
     column.title = channelTitle(each);
     column.help = channelHelp(each);
     column.text = [this, each](std::size_t row) {
-      return channels::cellText(each, {kind_, number_, row + 1}, block().elements[row]);
+      return channels::cellText(each, {kind_, number_, row + 1}, block(), block().elements[row]);
     };
     column.store = [this, each](std::size_t row, std::string_view cell) {
-      return storeChannelCell(each, row, cell);
+      return channels::storeCell(each, kind_, cell, block(), block().elements[row]);
     };
     if (isTable) {
       column.offers = [] { return strings(channels::processingWords()); };
@@ -205,31 +205,6 @@ std::vector<SheetColumn> BlockWindow::channelColumns() {
     columns.push_back(std::move(column));
   }
   return columns;
-}
-
-/// Scaling that is typed into a channel and is not the block's is meant to count; what is not
-/// typed stays as the block has it.
-Complaint BlockWindow::storeChannelCell(const channels::Column& column, std::size_t row,
-                                        std::string_view cell) {
-  model::Element& element = block().elements[row];
-  if (auto complaint = channels::storeCell(column, kind_, cell, element)) return complaint;
-  const bool isMultiplier = column.field == channels::Field::multiplier;
-  if (element.AliasExcept || (!isMultiplier && column.field != channels::Field::offset)) return {};
-  model::Element ofBlock = element;
-  ofBlock.AliasMult = block().DefaultMult;
-  ofBlock.AliasOffset = block().DefaultOffset;
-  ofBlock.AliasGFactor = block().GageFactor;
-  const channels::ChannelAddress address = {kind_, number_, row + 1};
-  if (channels::cellText(column, address, element) == channels::cellText(column, address, ofBlock))
-    return {};
-  if (isMultiplier)
-    ofBlock.AliasMult = element.AliasMult;
-  else
-    std::tie(ofBlock.AliasOffset, ofBlock.AliasGFactor) =
-        std::tie(element.AliasOffset, element.AliasGFactor);
-  ofBlock.AliasExcept = true;
-  element = std::move(ofBlock);
-  return {};
 }
 
 std::string BlockWindow::placeOfChannel(std::size_t channel) const {
@@ -267,7 +242,7 @@ QString BlockWindow::channelHelp(const channels::Column& column) const {
       return QString("What table %1 stores of the channel.")
           .arg(qstring(working_.tables[column.table].TableName));
     default:
-      return "Counts when the channel has its own scaling.";
+      return "What counts for the channel; another number than the block's is its own scaling.";
   }
 }
 

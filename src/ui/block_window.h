@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <map>
 #include <span>
 #include <vector>
 
@@ -86,6 +87,8 @@ class BlockWindow : public SetupWindow {
   }
 
   bool mayBeDone() override;
+  void keepMemory(int state) override { memories_[state] = kept_; }
+  void recallMemory(int state) override { kept_ = memories_[state]; }
   [[nodiscard]] std::vector<std::string> previewNames() const override;
   /// Channels of the chosen block after a new number of repetitions.
   virtual void repsChanged();
@@ -112,8 +115,6 @@ class BlockWindow : public SetupWindow {
   bool takeTable(const std::string& text);
   void fitChannels();
   double settledReps(double wanted);
-  Complaint storeChannelCell(const channels::Column& column, std::size_t row,
-                             std::string_view cell);
   [[nodiscard]] QString channelTitle(const channels::Column& column) const;
   [[nodiscard]] QString channelHelp(const channels::Column& column) const;
 
@@ -125,6 +126,7 @@ class BlockWindow : public SetupWindow {
   SheetView* listView_ = nullptr;
   SheetView* channelView_ = nullptr;
   std::array<Kept, model::maxBlocks> kept_;
+  std::map<int, std::array<Kept, model::maxBlocks>> memories_;  // kept_, by state of the window
 };
 
 }  // namespace ui

@@ -1,5 +1,7 @@
 #include "ui/frm_bridge_setup.h"
 
+#include <algorithm>
+
 #include "ui/frm_calc_mv_per_volt.h"
 #include "ui/frm_calc_pot.h"
 
@@ -82,6 +84,18 @@ void frmBridgeSetup::addGauge(Form& form) {
               bounds(model::BlockField::GageFactor),
               [this]() -> double& { return block().GageFactor; })
       .shownWhen(isStrain);
+}
+
+/// An excitation channel feeds no more bridges than the block has, when it has fewer now.
+bool frmBridgeSetup::mayBeDone() {
+  if (!BlockWindow::mayBeDone()) return false;
+  for (std::size_t n = 1; n <= model::maxBlocks; ++n) {
+    model::MeasurementBlock& each = working_.block(kind(), n);
+    if (each.Reps < 1 || each.Reps >= ports_.session.project().block(kind(), n).Reps) continue;
+    const auto bounds = model::boundsIn(working_, kind(), n, model::BlockField::ExciteReps);
+    each.ExciteReps = std::min(each.ExciteReps, static_cast<std::int16_t>(bounds.high));
+  }
+  return true;
 }
 
 }  // namespace ui

@@ -12,6 +12,7 @@ class frmBridgeSetup final : public BlockWindow {
 
  protected:
   void addFields(Form& form) override;
+  bool mayBeDone() override;
 
  private:
   void addConfiguration(Form& form);

@@ -204,6 +204,72 @@ TEST_F(OneKind, ChangedDefaultsAskAboutChannelsOfTheirOwn) {
   EXPECT_EQ(bench.project().block(BlockKind::voltage, 1).DefaultMult, 2);
 }
 
+/// Channels that fewer repetitions hide are those of the present state, whatever was undone.
+TEST_F(OneKind, HiddenChannelsGoWithUndo) {
+  ui::BlockWindow& window = open(4);
+  const model::MeasurementBlock& block = window.working().block(BlockKind::voltage, 1);
+  const std::vector<model::Element> before = block.elements;
+  ASSERT_GE(before.size(), 3U);
+  auto& reps = controlOf<ui::NumberBox>(window, "Reps:");
+  support::type(reps, QString::number(before.size() - 2));
+  window.undo();
+  EXPECT_EQ(block.elements, before);
+  support::type(reps, QString::number(before.size() + 1));
+  std::vector<model::Element> longer = before;
+  longer.push_back(model::defaultElement(BlockKind::voltage));
+  EXPECT_EQ(block.elements, longer);
+  window.undo();
+  support::type(reps, "1");
+  window.undo();
+  window.redo();
+  support::type(reps, QString::number(before.size()));
+  EXPECT_EQ(block.elements, before);  // what the redone edit hid
+}
+
+TEST_F(OneKind, AnExcitationFeedsNoMoreBridgesThanThereAre) {
+  bench.openExample("bridge_monitoring");
+  auto& window = dynamic_cast<ui::BlockWindow&>(bench.open(7));
+  support::type(controlOf<ui::NumberBox>(window, "Reps:"), "4");
+  support::type(controlOf<ui::NumberBox>(window, "Bridges each:"), "3");
+  window.accept();
+  EXPECT_EQ(bench.project().block(BlockKind::bridge, 1).ExciteReps, 3);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  auto& again = dynamic_cast<ui::BlockWindow&>(bench.open(7));
+  support::type(controlOf<ui::NumberBox>(again, "Reps:"), "2");
+  again.accept();
+  EXPECT_EQ(bench.project().block(BlockKind::bridge, 1).ExciteReps, 2);
+}
+
+TEST_F(OneKind, ChannelsShowTheScalingThatCounts) {
+  ui::BlockWindow& window = open(4);
+  support::type(controlOf<ui::NumberBox>(window, "Multiplier:"), "6");
+  auto& channels = controlOf<ui::SheetView>(window, "channels");
+  constexpr int multiplier = 3, offset = 4, own = 5;
+  const auto cell = [&](int row, int column) {
+    return ui::utf8(channels.model()->index(row, column).data().toString());
+  };
+  const auto paste = [&](int row, int column, const char* text) {
+    channels.setCurrentIndex(channels.model()->index(row, column));
+    channels.pasteText(text);
+  };
+  const auto row = [&](int n) {
+    return cell(n, multiplier) + " " + cell(n, offset) + " " + cell(n, own);
+  };
+  EXPECT_EQ(row(0), "6 0 no");
+  paste(0, multiplier, "6\n");  // as shown
+  EXPECT_EQ(row(0), "6 0 no");
+  paste(0, own, "yes\n");
+  EXPECT_EQ(row(0), "6 0 yes");
+  paste(1, offset, "2\n");
+  EXPECT_EQ(row(1), "6 2 yes");
+  paste(1, own, "no\n");
+  EXPECT_EQ(row(1), "6 0 no");
+  paste(1, multiplier, "1\t0\tyes\n");  // what a channel has that nobody scaled
+  EXPECT_EQ(row(1), "1 0 yes");
+  paste(1, multiplier, "7\t1\tno\n");
+  EXPECT_EQ(row(1), "6 0 no");
+}
+
 /// The table that another program wrote goes to every channel that it names.
 TEST_F(OneKind, TakeAChannelTable) {
   ui::BlockWindow& window = open(4);
