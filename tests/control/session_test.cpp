@@ -449,7 +449,7 @@ TEST_F(SessionTest, AsksBeforeAFaultyProgramIsSent) {
 
 TEST_F(SessionTest, MakesNewProjectsFromTheSettings) {
   settings.values = {
-      {"kgen/Settings/DefaultScanInterval", "5"},   {"kgen/Settings/DefaultScanIntervalUnits", "9"},
+      {"kgen/Settings/DefaultScanInterval", "5"},   {"kgen/Settings/DefaultScanIntervalUnits", "5"},
       {"kgen/Settings/DefaultDataType", "1"},       {"kgen/Settings/DefaultInputType", "1"},
       {"kgen/Settings/DefaultTableAutoSize", "0"},  {"kgen/Settings/DefaultTableNumRecs", "many"},
       {"kgen/Settings/WarningMessageMask", "1e99"}, {"kgen/Colors/Panel Text", "FF8000"},
