@@ -137,17 +137,6 @@ Message complaintAboutMissingModule(std::string_view module) {
   return {.title = "NO MODULE", .text = concat("Please add a ", module, " module first.")};
 }
 
-std::optional<Message> complaintAboutPorts(const Project& project) {
-  using enum ModuleKindIndex;
-  return missing(!has(project, excitation7131) && !has(project, counter7141),
-                 concat(moduleName(excitation7131), " or ", moduleName(counter7141)));
-}
-
-std::optional<Message> complaintAboutExcitation(const Project& project) {
-  return missing(!has(project, ModuleKindIndex::excitation7131),
-                 moduleName(ModuleKindIndex::excitation7131));
-}
-
 std::optional<Message> complaintAboutCan(const Project& project) {
   return missing(!hasCanInterface(project), "CANIF");
 }

@@ -28,9 +28,7 @@ std::optional<ports::Message> complaintAboutNewBlock(const Project& project, Blo
 
 /// "Please add a 7131 module first."
 ports::Message complaintAboutMissingModule(std::string_view module);
-/// Modules without which ports, analog outputs and CAN items have no place.
-std::optional<ports::Message> complaintAboutPorts(const Project& project);
-std::optional<ports::Message> complaintAboutExcitation(const Project& project);
+/// The module without which CAN items have no place.
 std::optional<ports::Message> complaintAboutCan(const Project& project);
 
 }  // namespace model
