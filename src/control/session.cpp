@@ -242,12 +242,13 @@ void Session::OffSaveDownload() { SetSaveDownload(false); }
 // The end of a project
 
 void Session::CloseSession() {
-  FormCleanup();
+  ports_.host.finishWindows(false);
+  endWorkingCopy();
   makeNewProject();
 }
 
 void Session::NewProject() {
-  if (ports_.host.finishWindows() && AskToSaveAll()) CloseSession();
+  if (ports_.host.finishWindows(true) && AskToSaveAll()) CloseSession();
 }
 
 bool Session::AskToSaveAll() {
@@ -264,7 +265,8 @@ bool Session::AskToSaveAll() {
 }
 
 bool Session::Quit() {
-  if (!ports_.host.finishWindows() || !AskToSaveAll()) return false;
+  if (!ports_.host.finishWindows(true) || !AskToSaveAll()) return false;
+  FormCleanup();
   CloseSession();
   return true;
 }

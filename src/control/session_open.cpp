@@ -59,7 +59,7 @@ ports::Message questionAboutWorkingCopy(const std::string& origin) {
 }  // namespace
 
 bool Session::OpenFile(std::string_view path) {
-  if (!ports_.host.finishWindows() || !AskToSaveAll()) return false;
+  if (!ports_.host.finishWindows(true) || !AskToSaveAll()) return false;
   bool opened = false;
   guarded("OpenFile",
           [&] { opened = openExisting(std::filesystem::absolute(projectPath(path)).string()); });

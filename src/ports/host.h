@@ -27,8 +27,8 @@ class Host {
   virtual void helpRequested(const std::string& file, int contextId) = 0;
   virtual void optionsRequested() = 0;
   virtual void closeWindows() = 0;
-  /// Asks about the edits of windows that are open, and closes them; false when one stays.
-  virtual bool finishWindows() = 0;
+  /// Closes the windows that edit the project. `ask`: about edits first; false when one stays.
+  virtual bool finishWindows(bool ask) = 0;
   /// Title, summary and views are to be shown anew.
   virtual void refresh() = 0;
   /// std::nullopt when the user cancels.

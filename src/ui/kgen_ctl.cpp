@@ -97,7 +97,12 @@ struct KGenCtl::Parts final : ports::Host, ui::Desk {
     if (newProject) newProject->reject();
     if (help) help->close();
   }
-  bool finishWindows() override { return !window || !window->isVisible() || window->finish(); }
+  bool finishWindows(bool ask) override {
+    if (!window || !window->isVisible()) return true;
+    if (ask) return window->finish();
+    window->reject();
+    return true;
+  }
   void refresh() override {
     if (panel != nullptr) panel->refresh();
     Q_EMIT control.Changed();

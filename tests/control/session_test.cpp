@@ -315,6 +315,21 @@ TEST_F(SessionTest, KeepsAWorkingCopyUntilTheProjectIsClosed) {
   EXPECT_FALSE(session.OfferWorkingCopy());
 }
 
+/// Its Done would put the project that it was opened for in the place of another.
+TEST_F(SessionTest, StaysWithTheProjectOfAWindowThatStaysOpen) {
+  store(projectOf(1));
+  Session session(ports());
+  ASSERT_TRUE(session.OpenFile(at("site.GN7")));
+  host.windowsEnd = false;
+  EXPECT_FALSE(session.OpenFile(at("site.GN7")));
+  EXPECT_FALSE(session.Quit());
+  session.NewProject();
+  EXPECT_EQ(session.CurrentFileName(), at("site.GN7"));
+  EXPECT_EQ(host.events, Strings{"opened site.GN7"});
+  session.CloseSession();  // asks nobody
+  EXPECT_NE(session.CurrentFileName(), at("site.GN7"));
+}
+
 TEST_F(SessionTest, TellsOnceThatTheWorkDirectoryCannotBeWritten) {
   files.write(at("work"), "a file where the folder should be", false);
   store(projectOf(1));
@@ -344,6 +359,14 @@ TEST_F(SessionTest, UndoesAndRedoesWholeEdits) {
   EXPECT_EQ(session.project().configuration.Operator, "Ada");
   renameOperator(session, "Emmy");
   EXPECT_FALSE(session.history().canRedo());
+  const std::string before = session.project().configuration.Operator;
+  for (const char* typed : {"B", "Be", "Ben"}) {
+    model::Project next = session.project();
+    next.configuration.Operator = typed;
+    session.editOn(next, "a name");
+  }
+  session.undo();
+  EXPECT_EQ(session.project().configuration.Operator, before);
 }
 
 TEST_F(SessionTest, TakesMessagesOfTheHost) {
@@ -360,6 +383,9 @@ TEST_F(SessionTest, TakesMessagesOfTheHost) {
   EXPECT_TRUE(session.changed());
   session.LongToMessage(4);
   EXPECT_FALSE(session.changed());
+  session.StringToMessage("ID=Ü" + std::string(29, 'x'));  // characters count, not bytes
+  EXPECT_EQ(session.project().configuration.IDNumber.size(), 31U);
+  session.LongToMessage(4);
   for (const int code : {5, 3, 77}) session.LongToMessage(code);
   EXPECT_EQ(host.events, (Strings{"opened site.GN7", "print", "download site.KP7"}));
 }

@@ -126,7 +126,7 @@ class RecordedHost final : public ports::Host {
   }
   void optionsRequested() override { events.emplace_back("options"); }
   void closeWindows() override { events.emplace_back("close windows"); }
-  bool finishWindows() override { return windowsEnd; }
+  bool finishWindows(bool ask) override { return windowsEnd || !ask; }
   void refresh() override {}
   std::optional<std::string> choosePath(const ports::FileQuestion& question) override {
     events.push_back("choose " + question.title);
