@@ -45,11 +45,23 @@ void takeUp(const MeasurementBlock& block, Element& element) {
   element.AliasExcept = true;
 }
 
-Complaint storeOwnScaling(std::string_view cell, const MeasurementBlock& block, Element& element) {
+/// What does not count is nowhere to be seen, and not kept.
+void giveUp(BlockKind kind, Element& element) {
+  const Element usual = model::defaultElement(kind);
+  element.AliasMult = usual.AliasMult;
+  element.AliasOffset = usual.AliasOffset;
+  element.AliasGFactor = usual.AliasGFactor;
+  element.AliasExcept = false;
+}
+
+Complaint storeOwnScaling(std::string_view cell, BlockKind kind, const MeasurementBlock& block,
+                          Element& element) {
   bool own = false;
   if (Complaint complaint = storeYesNo(cell, own)) return complaint;
-  if (own) takeUp(block, element);
-  element.AliasExcept = own;
+  if (own)
+    takeUp(block, element);
+  else
+    giveUp(kind, element);
   return {};
 }
 
@@ -168,7 +180,7 @@ Complaint storeCell(const Column& column, BlockKind kind, std::string_view cell,
     case Field::offset:
       return storeScaling(column.field, kind, cell, block, element);
     case Field::ownScaling:
-      return storeOwnScaling(cell, block, element);
+      return storeOwnScaling(cell, kind, block, element);
     case Field::table:
       return storeMask(cell, element.Table[column.table]);
     default:

@@ -117,7 +117,8 @@ void SetupWindow::add(SheetModel& sheet) {
   parts_.emplace_back([&sheet] { sheet.refresh(); });
   sheet.setKeeper([this] { return [this, kept = working_] { working_ = kept; }; });
   connect(&sheet, &SheetModel::edited, this, &SetupWindow::noteEdit);
-  connect(&sheet, &SheetModel::refused, this, [this](const QString& complaint) {
+  connect(&sheet, &SheetModel::refused, this, &SetupWindow::tell);
+  connect(&sheet, &SheetModel::typingRefused, this, [this](const QString& complaint) {
     refusal_ = complaint;
     QTimer::singleShot(0, this, [this, complaint] { tell(complaint); });  // after the focus moved
   });
@@ -184,7 +185,8 @@ void SetupWindow::turnTo(const std::function<void()>& another) {
   if (typed) focused->clearFocus();
   another();
   showOther();
-  if (typed && focused && focused->isVisible()) focused->setFocus();
+  if (typed && focused && focused->isVisible() && focused->isEnabled()) focused->setFocus();
+  if (focusWidget() == nullptr) focusNextChild();
 }
 
 void SetupWindow::undo() {

@@ -100,6 +100,7 @@ bool SheetModel::setData(const QModelIndex& index, const QVariant& value, int ro
   if (value.toString() == data(index, Qt::EditRole).toString()) return true;
   if (const Complaint complaint = store(index.row(), index.column(), value.toString())) {
     Q_EMIT refused(qstring(*complaint));
+    Q_EMIT typingRefused(qstring(*complaint));
     return false;
   }
   Q_EMIT dataChanged(index, index);

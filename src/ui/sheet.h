@@ -59,6 +59,8 @@ class SheetModel final : public QAbstractTableModel {
  Q_SIGNALS:
   void edited(const QString& what);
   void refused(const QString& complaint);
+  /// The same of a cell that was typed, whose text is gone.
+  void typingRefused(const QString& complaint);
 
  private:
   Complaint store(int row, int column, const QString& text);

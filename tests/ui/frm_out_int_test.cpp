@@ -93,7 +93,7 @@ TEST_F(OutputTables, LeaveATextWithTheTableThatItWasTypedFor) {
     window->chooseTable(1);
     auto& box = controlOf<QWidget>(*window, caption);
     box.setFocus();
-    window->chooseTable(2);
+    window->chooseTable(4);
     EXPECT_TRUE(box.hasFocus());
     QTest::keyClicks(&box, "x");
     QTest::keyClick(&box, Qt::Key_Escape);
