@@ -1,14 +1,15 @@
 #include <gtest/gtest.h>
 
-#include <QCheckBox>
 #include <QLineEdit>
 #include <QMetaMethod>
 #include <QMetaProperty>
 #include <QPointer>
 #include <QSignalSpy>
 #include <QToolButton>
+#include <algorithm>
 
 #include "control_bench.h"
+#include "ui/number_box.h"
 
 namespace {
 
@@ -95,12 +96,17 @@ TEST(KGenCtl, KeepsWhatIsStillBeingTypedInOperatorAndId) {
   ControlBench bench;
   bench.openExample("pump_house");
   const model::Project before = bench.project();
-  auto& box = controlOf<QLineEdit>(*bench.control, "Operator");
+  const auto boxes = bench.control->findChildren<QLineEdit*>();
+  const auto found = std::find_if(boxes.begin(), boxes.end(), [](const QLineEdit* each) {
+    return each->accessibleName() == "Operator";
+  });
+  ASSERT_NE(found, boxes.end());
+  QLineEdit& box = **found;
   box.setFocus();
   QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
-  QTest::keyClicks(&box, QString::fromUtf8("Jürgen [Müller]-Lüdenscheid"));
+  QTest::keyClicks(&box, "A. [New] \"Person\"");
   EXPECT_TRUE(bench.control->SaveDldFile());
-  const std::string typed = "Jürgen Müller-Lüdenscheid";
+  const std::string typed = "A. New Person";
   EXPECT_EQ(bench.project().configuration.Operator, typed);
   EXPECT_NE(bench.files.read(bench.folder + "/pump_house.GN7").find(typed), std::string::npos);
   EXPECT_EQ(box.text().toStdString(), typed);
@@ -114,7 +120,7 @@ TEST(KGenCtl, AsksAboutAWindowBeforeItsProjectIsReplaced) {
   ControlBench bench([&](const ports::Message&) { return answer; });
   bench.openExample("pump_house");
   const QPointer<ui::SetupWindow> window = &bench.open(4);
-  controlOf<QCheckBox>(*window, "Reverse inputs").click();
+  support::type(controlOf<ui::NumberBox>(*window, "Settling time:"), "120");
   const QString pumpHouse = bench.control->CurrentFileName();
   bench.openExample("battery_test");
   EXPECT_EQ(bench.control->CurrentFileName(), pumpHouse);
@@ -130,7 +136,7 @@ TEST(KGenCtl, LeavesOperatorAndIdToTheHostWhileAWindowIsOpen) {
   ControlBench bench;
   bench.openExample("pump_house");
   ui::SetupWindow& window = bench.open(4);
-  controlOf<QCheckBox>(window, "Reverse inputs").click();
+  support::type(controlOf<ui::NumberBox>(window, "Settling time:"), "120");
   bench.control->StringToMessage("OPERATOR=A. Host");
   window.accept();
   EXPECT_EQ(bench.project().configuration.Operator, "A. Host");
