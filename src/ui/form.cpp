@@ -321,6 +321,7 @@ void Form::forgetRefused() {
 void Form::disarm() {
   for (const auto& field : fields_) disconnect(field->widget, nullptr, this, nullptr);
   qDeleteAll(findChildren<TypingRule*>());
+  qDeleteAll(findChildren<EmptyKeeper*>());
   for (Form* each : groups_) each->disarm();
 }
 
