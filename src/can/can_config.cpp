@@ -70,14 +70,6 @@ Identifier decimalIdentifier(std::string_view text, std::int32_t largest) {
   return {static_cast<std::int32_t>(value), false, true};
 }
 
-std::string identifierText(const Identifier& identifier) {
-  if (!identifier.hexadecimal) return text::concat(identifier.value);
-  std::array<char, 16> digits{};
-  const auto end =
-      std::to_chars(digits.data(), digits.data() + digits.size(), identifier.value, 16);
-  return text::concat(hexadecimalMark, text::upper({digits.data(), end.ptr}));
-}
-
 std::int16_t bitWithin64(std::int32_t bit) {
   return static_cast<std::int16_t>(std::clamp<std::int32_t>(bit, 1, 64));
 }
@@ -186,6 +178,14 @@ void cCanConfig::J1939_FieldVal(int field, std::int32_t value) {
 
 std::unique_ptr<cCanConfig> cCanConfig::Clone() const {
   return std::make_unique<cCanConfig>(*this);
+}
+
+std::string identifierText(const Identifier& identifier) {
+  if (!identifier.hexadecimal) return text::concat(identifier.value);
+  std::array<char, 16> digits{};
+  const auto end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), identifier.value, 16);
+  return text::concat(hexadecimalMark, text::upper({digits.data(), end.ptr}));
 }
 
 Identifier parsedIdentifier(std::string_view text, std::int32_t largest) {

@@ -107,6 +107,8 @@ struct Identifier {
   bool valid = false;
 };
 Identifier parsedIdentifier(std::string_view text, std::int32_t largest);
+/// The form in which an identifier is kept: "217056256" or "&HCF00400".
+std::string identifierText(const Identifier& identifier);
 
 /// Texts of the message types 0 to 14; "??" otherwise.
 std::string_view messageTypeText(std::int32_t code);

@@ -52,7 +52,7 @@ std::optional<std::string> storeMask(std::string_view cell, std::uint8_t& mask, 
 
 /// Stores a cell. A text that the column does not take is answered with what is wrong and what to
 /// do, and the channel keeps its value. A number that is not the block's gives the channel its own
-/// scaling; what of that is not given stays as it was.
+/// scaling, the rest of which begins as what counted; scaling that is given up is not kept.
 std::optional<std::string> storeCell(const Column& column, model::BlockKind kind,
                                      std::string_view cell, const model::MeasurementBlock& block,
                                      model::Element& element);

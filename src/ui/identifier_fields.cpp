@@ -22,10 +22,9 @@ constexpr std::array<FieldName, 6> names = {
      {"Source", "The address that sends.", 255}}};
 
 std::string wordsOf(const can::cCanConfig& config) {
-  const std::int32_t number =
-      can::parsedIdentifier(config.DataID(), config.LargestIdentifier()).value;
-  const std::string both =
-      text::concat(number, " = &H", utf8(QString::number(number, 16).toUpper()));
+  can::Identifier identifier = can::parsedIdentifier(config.DataID(), config.LargestIdentifier());
+  identifier.hexadecimal = true;
+  const std::string both = text::concat(identifier.value, " = ", can::identifierText(identifier));
   return config.IdentifierBits() == 11 ? both : text::concat(both, ", PGN ", config.PGNVal());
 }
 
