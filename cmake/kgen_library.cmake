@@ -4,6 +4,10 @@ target_compile_options(kgen_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow)
 if(KGEN_WERROR)
   target_compile_options(kgen_flags INTERFACE -Werror)
 endif()
+# Apart, so that the linker can leave them out and put them in order.
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
+  target_compile_options(kgen_flags INTERFACE -ffunction-sections -fdata-sections)
+endif()
 if(KGEN_SANITIZE)
   target_compile_options(kgen_flags INTERFACE -fsanitize=${KGEN_SANITIZE} -fno-sanitize-recover=all
                                               -fno-omit-frame-pointer)

@@ -1,12 +1,14 @@
 # Debian packages that the scripts need, one list a purpose, and how they get there. Sourced.
 
 packages_build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
+packages_release="lld"
 packages_ui="qt6-base-dev qt6-svg-dev libgl1-mesa-dev fonts-dejavu-core"
 packages_test="libgtest-dev clang-format qt6-tools-dev"
 packages_deb="qt6-tools-dev lintian appstream desktop-file-utils"
 packages_tidy="clang clang-tidy"
 packages_fuzz="clang libclang-rt-14-dev"
 packages_bench="gcc libinih-dev qt6-base-dev-tools"
+packages_order="valgrind"
 packages_bench_windows="libxdamage-dev qt6-tools-dev-tools linguist-qt6 xvfb xauth"
 
 missing_packages() {

@@ -103,10 +103,11 @@ void JsonWriter::close(char bracket) {
 }
 
 void JsonWriter::key(std::string_view name) {
-  room(longestEscape * name.size() + longestToken);
+  room(name.size() + longestToken);
   comma();
-  quoted(name);
-  put(':');
+  put('"');
+  put(name);
+  put("\":");
   first_ = true;
 }
 

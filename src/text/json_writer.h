@@ -22,7 +22,7 @@ class JsonWriter {
   void closeObject() { close('}'); }
   void openArray() { open('['); }
   void closeArray() { close(']'); }
-  void key(std::string_view name);
+  void key(std::string_view name);  // one of the program's own: nothing in it needs an escape
 
   void value(std::string_view text);
   void value(const char* text) { value(std::string_view(text)); }
