@@ -55,7 +55,7 @@ TEST(JsonWriter, EscapesTextAndKeepsCommas) {
   std::string out;
   JsonWriter json([&](std::string_view piece) { out += piece; });
   json.openObject();
-  json.member("a\"b", "line\r\n\x01\\");
+  json.member("text", "a \"line\"\r\n\x01\\");
   json.key("list");
   json.openArray();
   json.value(1);
@@ -67,7 +67,8 @@ TEST(JsonWriter, EscapesTextAndKeepsCommas) {
   json.member("x", 0.5);
   json.closeObject();
   json.finish();
-  EXPECT_EQ(out, "{\"a\\\"b\":\"line\\r\\n\\u0001\\\\\",\"list\":[1,true,null,{}],\"x\":0.5}\n");
+  EXPECT_EQ(out,
+            "{\"text\":\"a \\\"line\\\"\\r\\n\\u0001\\\\\",\"list\":[1,true,null,{}],\"x\":0.5}\n");
 }
 
 }  // namespace
