@@ -9,7 +9,7 @@
 namespace {
 
 TEST(LargePages, MemoryHoldsWhatIsPutIntoIt) {
-  platform::useLargePages();
+  platform::useLargePages(32);
   std::mt19937 random(7);
   std::vector<std::string> pieces(400);
   for (int round = 0; round < 20'000; ++round) {
