@@ -61,35 +61,46 @@ bool hasWord(std::string_view code, const Pattern& pattern) {
   return false;
 }
 
-std::string_view lineAt(const Program& program, std::size_t line) {
-  const std::size_t begin = program.lineStarts[line];
-  const std::size_t end =
-      line + 1 < program.lineStarts.size() ? program.lineStarts[line + 1] : program.text.size();
-  return program.text.substr(begin, end - begin);
-}
-
-std::vector<char> linesWith(const Program& program, const std::vector<Pattern>& patterns) {
-  std::vector<char> chosen(program.lineStarts.size(), 0);
-  for (std::size_t line = 0; line < chosen.size(); ++line) {
-    const std::string code = text::lower(codeOf(lineAt(program, line)));
-    chosen[line] = std::any_of(patterns.begin(), patterns.end(),
-                               [&](const Pattern& pattern) { return hasWord(code, pattern); });
+/// A program with the line, from 0, of each of its statements.
+struct Lines {
+  explicit Lines(std::string_view text) : program(logscript::parse(text)) {
+    ofStatement.reserve(program.statements.size());
+    for (const Statement& statement : program.statements)
+      ofStatement.push_back(program.line(statement.offset) - 1);
   }
-  return chosen;
-}
 
-std::size_t lineOf(const Program& program, const Statement& statement) {
-  return program.line(statement.offset) - 1;
+  [[nodiscard]] std::size_t count() const { return program.lineStarts.size(); }
+  /// Where the line ends, in the program's text or another one of its length.
+  [[nodiscard]] std::size_t endOf(std::size_t line) const {
+    return line + 1 < count() ? program.lineStarts[line + 1] : program.text.size();
+  }
+  [[nodiscard]] std::string_view in(std::string_view text, std::size_t line) const {
+    return text.substr(program.lineStarts[line], endOf(line) - program.lineStarts[line]);
+  }
+
+  Program program;
+  std::vector<std::size_t> ofStatement;
+};
+
+/// `lowered` is the program in lower case.
+void markLines(const Lines& lines, std::string_view lowered, const Pattern& pattern,
+               std::vector<char>& marked) {
+  std::size_t line = 0;
+  for (std::size_t at = lowered.find(pattern.name); at != std::string_view::npos;
+       at = lowered.find(pattern.name, lines.endOf(line))) {
+    line = lines.program.line(static_cast<std::uint32_t>(at)) - 1;
+    if (hasWord(codeOf(lines.in(lowered, line)), pattern)) marked[line] = 1;
+  }
 }
 
 /// The line that opens the block around a statement; its own line when there is none. An If of one
 /// line is a block around its own statement.
-std::size_t openingLine(const Program& program, const Statement& statement) {
-  const std::size_t own = lineOf(program, statement);
-  const Statement* at = &statement;
-  while (&program.statements[at->parent] != at) {
-    at = &program.statements[at->parent];
-    if (lineOf(program, *at) != own && !at->implied) return lineOf(program, *at);
+std::size_t openingLine(const Lines& lines, std::size_t statement) {
+  const auto& statements = lines.program.statements;
+  const std::size_t own = lines.ofStatement[statement];
+  for (std::size_t at = statement; statements[at].parent != at;) {
+    at = statements[at].parent;
+    if (lines.ofStatement[at] != own && !statements[at].implied) return lines.ofStatement[at];
   }
   return own;
 }
@@ -100,34 +111,38 @@ bool isBranch(const Statement& statement) {
 }
 
 /// Of an If that is shown, the lines that tell when its parts run.
-void showBranches(const Program& program, std::vector<char>& shown) {
-  for (const Statement& statement : program.statements) {
-    const Statement& block = program.statements[statement.parent];
-    if (block.kind == logscript::StatementKind::ifThen && !block.implied && isBranch(statement) &&
-        shown[lineOf(program, block)] != 0)
-      shown[lineOf(program, statement)] = 1;
+void showBranches(const Lines& lines, std::vector<char>& shown) {
+  const auto& statements = lines.program.statements;
+  for (std::size_t i = 0; i < statements.size(); ++i) {
+    const std::size_t parent = statements[i].parent;
+    const Statement& block = statements[parent];
+    if (block.kind == logscript::StatementKind::ifThen && !block.implied &&
+        isBranch(statements[i]) && shown[lines.ofStatement[parent]] != 0)
+      shown[lines.ofStatement[i]] = 1;
   }
 }
 
 }  // namespace
 
 std::string excerpt(std::string_view program, const std::vector<std::string>& names) {
-  const Program tree = logscript::parse(program);
-  std::vector<Pattern> patterns = patternsOf(names);
-  const std::vector<char> chosen = linesWith(tree, patterns);
-  std::erase_if(patterns, [](const Pattern& pattern) { return !pattern.whole; });
-  const std::vector<char> openers = linesWith(tree, patterns);
+  const Lines lines(program);
+  const std::string lowered = text::lower(program);
+  std::vector<char> chosen(lines.count(), 0), openers = chosen;
+  for (const Pattern& pattern : patternsOf(names)) {
+    markLines(lines, lowered, pattern, chosen);
+    if (pattern.whole) markLines(lines, lowered, pattern, openers);
+  }
   std::vector<char> shown = chosen;
-  for (const Statement& statement : tree.statements) {
-    const std::size_t own = lineOf(tree, statement), opening = openingLine(tree, statement);
+  for (std::size_t i = 0; i < lines.ofStatement.size(); ++i) {
+    const std::size_t own = lines.ofStatement[i], opening = openingLine(lines, i);
     if (chosen[own] != 0) shown[opening] = 1;
     if (openers[opening] != 0) shown[own] = 1;
   }
-  showBranches(tree, shown);
-  std::string lines;
+  showBranches(lines, shown);
+  std::string out;
   for (std::size_t line = 0; line < shown.size(); ++line)
-    if (shown[line] != 0) lines += lineAt(tree, line);
-  return lines;
+    if (shown[line] != 0) out += lines.in(program, line);
+  return out;
 }
 
 }  // namespace control

@@ -25,6 +25,12 @@ QLabel* dimLabel(QWidget* parent) {
   return label;
 }
 
+/// Only when the box is full the first time: until then it would measure itself for every entry.
+void adjustToContents(QComboBox& box) {
+  if (box.sizeAdjustPolicy() == QComboBox::AdjustToContentsOnFirstShow)
+    box.setSizeAdjustPolicy(QComboBox::AdjustToContents);
+}
+
 /// A list with its codes; a code that is not in it gets an entry of its own.
 void fill(QComboBox& box, const std::vector<Choice>& choices, int code) {
   const QSignalBlocker quiet(box);
@@ -212,9 +218,11 @@ Field& Form::addCheck(const FieldText& text, std::function<bool()> value,
 Field& Form::addChoice(const FieldText& text, std::function<std::vector<Choice>()> choices,
                        std::function<int()> value, std::function<void(int)> store) {
   auto* box = new QComboBox(this);
-  box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   Field& field = add(text, box);
-  field.show = [box, choices = std::move(choices), value] { fill(*box, choices(), value()); };
+  field.show = [box, choices = std::move(choices), value] {
+    fill(*box, choices(), value());
+    adjustToContents(*box);
+  };
   connect(box, &QComboBox::activated, this, [this, box, store, &field] {
     store(box->currentData().toInt());
     finishEdit(field);
