@@ -13,7 +13,6 @@ namespace {
 
 using model::BlockKind;
 using model::Element;
-using model::MeasurementBlock;
 
 constexpr Column columns[] = {
     {"kind", Field::kind},       {"block", Field::block},
@@ -37,11 +36,17 @@ Complaint complaintOf(std::string_view cell, std::string_view text) {
   return text::concat("'", cell, "' ", text);
 }
 
+Scaling countingFor(const Element& element, const Scaling& shared) {
+  if (!element.AliasExcept) return shared;
+  return {element.AliasMult, element.AliasOffset, element.AliasGFactor};
+}
+
 /// What counts for a channel becomes its own.
-void takeUp(const MeasurementBlock& block, Element& element) {
-  element.AliasMult = multiplierOf(block, element);
-  element.AliasOffset = offsetOf(block, element);
-  element.AliasGFactor = gaugeFactorOf(block, element);
+void takeUp(const Scaling& shared, Element& element) {
+  const Scaling own = countingFor(element, shared);
+  element.AliasMult = own.multiplier;
+  element.AliasOffset = own.offset;
+  element.AliasGFactor = own.gaugeFactor;
   element.AliasExcept = true;
 }
 
@@ -54,24 +59,24 @@ void giveUp(BlockKind kind, Element& element) {
   element.AliasExcept = false;
 }
 
-Complaint storeOwnScaling(std::string_view cell, BlockKind kind, const MeasurementBlock& block,
+Complaint storeOwnScaling(std::string_view cell, BlockKind kind, const Scaling& shared,
                           Element& element) {
   bool own = false;
   if (Complaint complaint = storeYesNo(cell, own)) return complaint;
   if (own)
-    takeUp(block, element);
+    takeUp(shared, element);
   else
     giveUp(kind, element);
   return {};
 }
 
 /// Scaling that is not what counts already is meant to count.
-Complaint storeScaling(Field field, BlockKind kind, std::string_view cell,
-                       const MeasurementBlock& block, Element& element) {
+Complaint storeScaling(Field field, BlockKind kind, std::string_view cell, const Scaling& shared,
+                       Element& element) {
   double number = 0;
   if (Complaint complaint = storeNumber(cell, number)) return complaint;
   Element own = element;
-  takeUp(block, own);
+  takeUp(shared, own);
   double& value = field == Field::multiplier  ? own.AliasMult
                   : kind == BlockKind::bridge ? own.AliasGFactor
                                               : own.AliasOffset;
@@ -143,8 +148,14 @@ const Column* columnNamed(std::string_view name) {
   return found == std::end(columns) ? nullptr : found;
 }
 
-std::string cellText(const Column& column, const ChannelAddress& channel,
-                     const MeasurementBlock& block, const Element& element) {
+Scaling scalingOf(const model::MeasurementBlock& block) {
+  return {block.DefaultMult, block.DefaultOffset, block.GageFactor};
+}
+
+Scaling scalingOf(const model::CanItem& item) { return {item.Mult, item.Offset}; }
+
+std::string cellText(const Column& column, const ChannelAddress& channel, const Scaling& shared,
+                     const Element& element) {
   switch (column.field) {
     case Field::kind:
       return std::string(model::infoOf(channel.kind).name);
@@ -157,10 +168,11 @@ std::string cellText(const Column& column, const ChannelAddress& channel,
     case Field::units:
       return element.AliasUnits;
     case Field::multiplier:
-      return text::shortest(multiplierOf(block, element));
+      return text::shortest(countingFor(element, shared).multiplier);
     case Field::offset:
-      return text::shortest(channel.kind == BlockKind::bridge ? gaugeFactorOf(block, element)
-                                                              : offsetOf(block, element));
+      return text::shortest(channel.kind == BlockKind::bridge
+                                ? countingFor(element, shared).gaugeFactor
+                                : countingFor(element, shared).offset);
     case Field::ownScaling:
       return element.AliasExcept ? "yes" : "no";
     case Field::table:
@@ -170,7 +182,7 @@ std::string cellText(const Column& column, const ChannelAddress& channel,
 }
 
 Complaint storeCell(const Column& column, BlockKind kind, std::string_view cell,
-                    const MeasurementBlock& block, Element& element) {
+                    const Scaling& shared, Element& element) {
   switch (column.field) {
     case Field::alias:
       return storeText(cell, model::complaintAboutAlias(cell), element.AliasName);
@@ -178,9 +190,9 @@ Complaint storeCell(const Column& column, BlockKind kind, std::string_view cell,
       return storeText(cell, model::complaintAboutUnits(cell), element.AliasUnits);
     case Field::multiplier:
     case Field::offset:
-      return storeScaling(column.field, kind, cell, block, element);
+      return storeScaling(column.field, kind, cell, shared, element);
     case Field::ownScaling:
-      return storeOwnScaling(cell, kind, block, element);
+      return storeOwnScaling(cell, kind, shared, element);
     case Field::table:
       return storeMask(cell, element.Table[column.table]);
     default:

@@ -35,9 +35,18 @@ struct ChannelAddress {
   std::size_t number = 0;
 };
 
-/// A cell of a channel; of its scaling what counts, be it the channel's own or its block's.
-std::string cellText(const Column& column, const ChannelAddress& address,
-                     const model::MeasurementBlock& block, const model::Element& element);
+/// What counts for the channels of a block, or the values of a CAN item, without their own scaling.
+struct Scaling {
+  double multiplier = 1;
+  double offset = 0;
+  double gaugeFactor = 2;
+};
+Scaling scalingOf(const model::MeasurementBlock& block);
+Scaling scalingOf(const model::CanItem& item);
+
+/// A cell of a channel; of its scaling what counts, be it the channel's own or the shared one.
+std::string cellText(const Column& column, const ChannelAddress& address, const Scaling& shared,
+                     const model::Element& element);
 
 /// Words of the processing codes 0 to 7.
 std::span<const std::string_view> processingWords();
@@ -51,10 +60,10 @@ std::optional<std::string> storeMask(std::string_view cell, std::uint8_t& mask);
 std::optional<std::string> storeMask(std::string_view cell, std::uint8_t& mask, int last);
 
 /// Stores a cell. A text that the column does not take is answered with what is wrong and what to
-/// do, and the channel keeps its value. A number that is not the block's gives the channel its own
-/// scaling, the rest of which begins as what counted; scaling that is given up is not kept.
+/// do, and the channel keeps its value. A number that is not the shared one gives the channel its
+/// own scaling, the rest of which begins as what counted; scaling that is given up is not kept.
 std::optional<std::string> storeCell(const Column& column, model::BlockKind kind,
-                                     std::string_view cell, const model::MeasurementBlock& block,
+                                     std::string_view cell, const Scaling& shared,
                                      model::Element& element);
 
 }  // namespace channels

@@ -111,11 +111,11 @@ class Importer {
     const bool scaling = column.field == Field::multiplier || column.field == Field::offset;
     double ignored = 0;
     if (ofBlock && scaling) return storeNumber(cell, ignored);
-    return storeCell(column, channel.kind, cell, *channel.owner, *channel.element);
+    return storeCell(column, channel.kind, cell, scalingOf(*channel.owner), *channel.element);
   }
 
   static std::string textOf(const Column& column, const Channel& channel) {
-    return cellText(column, channel, *channel.owner, *channel.element);
+    return cellText(column, channel, scalingOf(*channel.owner), *channel.element);
   }
 
   void readCell(const CsvRow& row, std::size_t index, const Channel& channel) {
@@ -209,12 +209,13 @@ std::string csvText(const model::Project& project) {
   for (const BlockKind kind : model::allBlockKinds)
     for (std::size_t block = 1; block <= model::blockCount(project, kind); ++block) {
       const model::MeasurementBlock& owner = project.block(kind, block);
+      const Scaling shared = scalingOf(owner);
       const auto& elements = owner.elements;
       for (std::size_t i = 0; i < elements.size(); ++i) {
         const ChannelAddress channel{kind, block, i + 1};
         cells.clear();
         for (const Column& column : allColumns())
-          cells.push_back(cellText(column, channel, owner, elements[i]));
+          cells.push_back(cellText(column, channel, shared, elements[i]));
         appendCsvRow(out, cells);
       }
     }

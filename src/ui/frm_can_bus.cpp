@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "channels/can_list.h"
+#include "channels/channel_cells.h"
 #include "dbc/proposals.h"
 #include "model/can_values.h"
 #include "model/free_channels.h"
@@ -311,6 +312,25 @@ void frmCanBus::addIdentifier(Form& form, const FieldText& text, const FieldText
           });
 }
 
+/// As channels have it, with the item in place of the block.
+SheetColumn frmCanBus::scalingColumn(const QString& title, const QString& help,
+                                     std::string_view name) {
+  constexpr model::BlockKind like = model::BlockKind::voltage;
+  const channels::Column& as = *channels::columnNamed(name);
+  SheetColumn column;
+  column.title = title;
+  column.help = help;
+  column.text = [this, &as](std::size_t row) {
+    return cellText(as, {like, 1, row + 1}, channels::scalingOf(item()), item().values[row]);
+  };
+  column.store = [this, &as](std::size_t row, std::string_view cell) {
+    return storeCell(as, like, cell, channels::scalingOf(item()), item().values[row]);
+  };
+  if (as.field == channels::Field::ownScaling)
+    column.offers = [] { return std::vector<std::string>{"no", "yes"}; };
+  return column;
+}
+
 std::vector<SheetColumn> frmCanBus::valueColumns() {
   const auto at = [this](std::size_t row) -> model::Element& { return item().values[row]; };
   std::vector<SheetColumn> columns = {
@@ -322,12 +342,13 @@ std::vector<SheetColumn> frmCanBus::valueColumns() {
           "Units", "Units of up to 12 characters.",
           [at](std::size_t row) -> std::string& { return at(row).AliasUnits; },
           model::complaintAboutUnits),
-      yesNoColumn("Own scaling", "yes: the value's own multiplier and offset count.",
-                  [at](std::size_t row) -> bool& { return at(row).AliasExcept; }),
-      numberColumn<double>("Multiplier", "Counts when the value has its own scaling.", -most, most,
-                           [at](std::size_t row) -> double& { return at(row).AliasMult; }),
-      numberColumn<double>("Offset", "Counts when the value has its own scaling.", -most, most,
-                           [at](std::size_t row) -> double& { return at(row).AliasOffset; }),
+      scalingColumn("Own scaling",
+                    "yes: the value's own multiplier and offset count; no: those of the item.",
+                    "own scaling"),
+      scalingColumn("Multiplier", "What counts for the value; another one is its own scaling.",
+                    "multiplier"),
+      scalingColumn("Offset", "What counts for the value; another one is its own scaling.",
+                    "offset"),
   };
   for (SheetColumn& each :
        tableColumns(working_, model::lastProcessingOf(model::StoredSource::canItem),

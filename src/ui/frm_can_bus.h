@@ -37,6 +37,7 @@ class frmCanBus final : public ListWindow {
                      std::string model::CanItem::*place, const std::function<bool()>& shown);
   QWidget* itemButtons();
   QWidget* frameRow();
+  SheetColumn scalingColumn(const QString& title, const QString& help, std::string_view name);
   std::vector<SheetColumn> valueColumns();
   void growValues();
   static void fitValues(model::CanItem& item);

@@ -98,6 +98,25 @@ TEST_F(CanBusWindow, ReceivesWhatAPersonSetsUp) {
   EXPECT_NE(program.find("Alias CBlk1(1) = Engine"), std::string::npos);
 }
 
+/// What counts is shown; another number is the value's own scaling, the rest begins as it counted.
+TEST_F(CanBusWindow, ShowsTheScalingThatCounts) {
+  window->addItem();
+  enter("Multiplier:", "0.125");
+  enter("Offset:", "-40");
+  const auto row = [this] {
+    const auto& model = *controlOf<ui::SheetView>(*window, "values").model();
+    return QStringList{model.index(0, 2).data().toString(), model.index(0, 3).data().toString(),
+                       model.index(0, 4).data().toString()};
+  };
+  EXPECT_EQ(row(), QStringList({"no", "0.125", "-40"}));
+  pasteAt(*window, "values", 0, 3, "0.5");
+  EXPECT_EQ(row(), QStringList({"yes", "0.5", "-40"}));
+  EXPECT_EQ(items()[0].values[0].AliasOffset, -40);
+  pasteAt(*window, "values", 0, 2, "no");
+  EXPECT_EQ(row(), QStringList({"no", "0.125", "-40"}));
+  EXPECT_EQ(items()[0].values[0], model::Element{});
+}
+
 /// Identifiers get one form; what the program would cut or misread is refused.
 TEST_F(CanBusWindow, GivesIdentifiersTheirForm) {
   window->addItem();
