@@ -14,6 +14,7 @@ struct PlannedTable {
   std::string interval = "1";    // whole number of the unit
   std::int16_t units = 3;        // time-unit code
   std::uint8_t processings = 8;  // bit c: processing code c, of every channel
+  bool operator==(const PlannedTable&) const = default;
 };
 
 /// The step of planning that a note is about.
@@ -37,6 +38,7 @@ struct ProjectPlan {
   std::array<std::size_t, model::blockKinds> channels = {};
   std::vector<channels::PlannedChannel> list;
   std::vector<PlannedTable> tables;  // at most 8
+  bool operator==(const ProjectPlan&) const = default;
 };
 
 struct PlannedProject {

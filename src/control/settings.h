@@ -33,6 +33,7 @@ struct Settings {
   std::int32_t UserVarListTypes = 127;
   std::int32_t DefaultNumFlags = 8;  // rows that the flags window shows at first
   model::DefaultSettings defaults;
+  bool operator==(const Settings&) const = default;
 };
 
 /// Every setting with its section and key, in the order of the options window.

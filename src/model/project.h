@@ -23,6 +23,7 @@ struct DefaultSettings {
   std::int16_t DefaultInputType = 0;  // 0 "Diff", 1 "SE": 7121/22 and 7127 inputs
   bool DefaultTableAutoSize = true;
   std::int32_t DefaultTableNumRecs = 1000;
+  bool operator==(const DefaultSettings&) const = default;
 };
 
 /// Everything that the user described for one logger program: a value to copy and compare.

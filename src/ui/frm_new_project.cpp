@@ -5,7 +5,6 @@
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPushButton>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -63,7 +62,7 @@ QPlainTextEdit* textBox(QWidget* parent, bool readOnly) {
 }  // namespace
 
 frmNewProject::frmNewProject(const WindowPorts& ports, QWidget* parent)
-    : QDialog(parent), ports_(ports), steps_(new QTabWidget(this)), hint_(new QLabel(this)) {
+    : AskingDialog(ports, parent), steps_(new QTabWidget(this)), hint_(new QLabel(this)) {
   setObjectName("frmNewProject");
   setWindowTitle("New Project from a List");
   const model::DefaultSettings& defaults = ports.session.settings().defaults;
@@ -90,6 +89,7 @@ frmNewProject::frmNewProject(const WindowPorts& ports, QWidget* parent)
   layout->addWidget(bottom());
   connect(qApp, &QApplication::focusChanged, this, [this] { tell(); });
   plan();
+  begun_ = plan_;
   resize(1180, 700);
 }
 
@@ -445,6 +445,16 @@ bool frmNewProject::mayLeaveOut() {
               .defaultButton = ports::Answer::no}) == ports::Answer::yes;
 }
 
+bool frmNewProject::edited() const { return plan_ != begun_ || !listBox_->document()->isEmpty(); }
+
+std::optional<ports::Message> frmNewProject::questionAboutEdits() const {
+  return ports::Message{.title = utf8(windowTitle().toUpper()),
+                        .text = "No project is made of this plan yet.  Make it before closing?",
+                        .icon = ports::Icon::question,
+                        .buttons = ports::Buttons::yesNoCancel,
+                        .defaultButton = ports::Answer::yes};
+}
+
 /// What stands in the way leads to its step.
 void frmNewProject::accept() {
   if (!planned_.obstacles.empty()) {
@@ -458,11 +468,6 @@ void frmNewProject::accept() {
   QDialog::accept();
   session.CloseSession();
   session.edit(std::move(made), "new project");
-}
-
-void frmNewProject::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F1) return ports_.desk.showHelp(objectName());
-  QDialog::keyPressEvent(event);
 }
 
 }  // namespace ui

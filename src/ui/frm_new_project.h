@@ -1,20 +1,19 @@
 #pragma once
 
-#include <QDialog>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QTabWidget>
 
 #include "control/project_plan.h"
+#include "ui/asking_dialog.h"
 #include "ui/form.h"
 #include "ui/sheet.h"
-#include "ui/window_ports.h"
 
 namespace ui {
 
 /// Plans a new project in steps: the logger, the kinds of channels, a list of them, the tables.
 /// Beside the steps stands what the plan gives. It touches no project before Make Project.
-class frmNewProject final : public QDialog {
+class frmNewProject final : public AskingDialog {
   Q_OBJECT
  public:
   frmNewProject(const WindowPorts& ports, QWidget* parent);
@@ -48,10 +47,11 @@ class frmNewProject final : public QDialog {
   [[nodiscard]] QString allNotes() const;
   [[nodiscard]] QString summary() const;
   bool mayLeaveOut();
-  void keyPressEvent(QKeyEvent* event) override;
+  [[nodiscard]] bool edited() const override;
+  [[nodiscard]] std::optional<ports::Message> questionAboutEdits() const override;
 
-  WindowPorts ports_;
   control::ProjectPlan plan_;
+  control::ProjectPlan begun_;  // before the first edit
   control::PlannedProject planned_;
   channels::PlannedList list_;
   std::vector<Form*> forms_;

@@ -4,7 +4,6 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -68,8 +67,7 @@ Complaint complaintAboutProgram(std::string_view path) {
 }  // namespace
 
 frmOptions::frmOptions(const WindowPorts& ports, QWidget* parent)
-    : QDialog(parent),
-      ports_(ports),
+    : AskingDialog(ports, parent),
       working_(ports.session.settings()),
       pages_(new QTabWidget(this)),
       hint_(new QLabel(this)) {
@@ -91,6 +89,7 @@ frmOptions::frmOptions(const WindowPorts& ports, QWidget* parent)
   layout->addWidget(bottom());
   connect(qApp, &QApplication::focusChanged, this, &frmOptions::tell);
   refresh();
+  begun_ = working_;
   restorePlace();
 }
 
@@ -247,9 +246,12 @@ QWidget* frmOptions::bottom() {
 }
 
 void frmOptions::refresh() {
+  storeBits();
   for (Form* form : forms_) form->refresh();
   tell();
 }
+
+bool frmOptions::edited() const { return working_ != begun_; }
 
 /// What is wrong, or else the help of what has the focus.
 void frmOptions::tell() {
@@ -268,7 +270,6 @@ void frmOptions::accept() {
     field->widget->setFocus();
     return hint_->setText(qstring(*field->complaint()));
   }
-  storeBits();
   QDialog::accept();
 }
 
@@ -308,11 +309,6 @@ void frmOptions::choosePreCompiler() {
   forms_.front()->forgetRefused();
   working_.LogCompPath = utf8(chosen);
   refresh();
-}
-
-void frmOptions::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F1) return ports_.desk.showHelp(objectName());
-  QDialog::keyPressEvent(event);
 }
 
 }  // namespace ui

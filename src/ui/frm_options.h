@@ -1,18 +1,17 @@
 #pragma once
 
-#include <QDialog>
 #include <QLabel>
 #include <QTabWidget>
 #include <array>
 
+#include "ui/asking_dialog.h"
 #include "ui/form.h"
-#include "ui/window_ports.h"
 
 namespace ui {
 
 /// The user's options: folders, colours, defaults of new projects, warnings, variables in lists.
 /// It edits a copy of the settings, which only Done gives back.
-class frmOptions final : public QDialog {
+class frmOptions final : public AskingDialog {
   Q_OBJECT
  public:
   frmOptions(const WindowPorts& ports, QWidget* parent);
@@ -35,6 +34,7 @@ class frmOptions final : public QDialog {
   void addVariables();
   QWidget* bottom();
   void refresh();
+  [[nodiscard]] bool edited() const override;
   void tell();
   void readBits();
   void storeBits();
@@ -42,10 +42,9 @@ class frmOptions final : public QDialog {
   void rememberPlace(control::Settings& settings) const;
   void chooseFolder();
   void choosePreCompiler();
-  void keyPressEvent(QKeyEvent* event) override;
 
-  WindowPorts ports_;
   control::Settings working_;
+  control::Settings begun_;  // before the first edit
   // Bits of the settings as they are shown.
   std::array<bool, warnings> warns_ = {};
   std::array<bool, variableTypes> lists_ = {};

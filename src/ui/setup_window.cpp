@@ -1,10 +1,8 @@
 #include "ui/setup_window.h"
 
 #include <QAbstractItemView>
-#include <QCloseEvent>
 #include <QDialogButtonBox>
 #include <QEvent>
-#include <QKeyEvent>
 #include <QPointer>
 #include <QPushButton>
 #include <QScreen>
@@ -45,8 +43,7 @@ SetupWindow::SetupWindow(SetupWindow& owner, WindowInfo info)
 
 SetupWindow::SetupWindow(const WindowPorts& ports, const model::Project& start, WindowInfo info,
                          QWidget* parent)
-    : QDialog(parent),
-      ports_(ports),
+    : AskingDialog(ports, parent),
       working_(start),
       info_(std::move(info)),
       before_(working_),
@@ -245,19 +242,6 @@ bool SetupWindow::edited() const {
   return working_ != (owner_ != nullptr ? owner_->working_ : ports_.session.project());
 }
 
-std::optional<ports::Message> SetupWindow::questionAboutEdits() const {
-  return ports::Message{.title = utf8(windowTitle().toUpper()),
-                        .text = "Edits were made.  Save changes before exiting screen?",
-                        .icon = ports::Icon::question,
-                        .buttons = ports::Buttons::yesNoCancel,
-                        .defaultButton = ports::Answer::yes};
-}
-
-ports::Answer SetupWindow::answerAboutEdits() {
-  const auto question = edited() ? questionAboutEdits() : std::nullopt;
-  return question ? ports_.messages.show(*question) : ports::Answer::no;
-}
-
 bool SetupWindow::finish() {
   for (SetupWindow* inner : findChildren<SetupWindow*>(Qt::FindDirectChildrenOnly))
     if (inner->isVisible() && !inner->finish()) return false;
@@ -265,15 +249,6 @@ bool SetupWindow::finish() {
   if (answer == ports::Answer::no) reject();
   if (answer == ports::Answer::yes) accept();
   return !isVisible();
-}
-
-/// Done waits until the event is over.
-void SetupWindow::closeEvent(QCloseEvent* event) {
-  const ports::Answer answer = isVisible() ? answerAboutEdits() : ports::Answer::no;
-  if (answer == ports::Answer::no) return QDialog::closeEvent(event);
-  event->ignore();
-  if (answer == ports::Answer::yes)
-    QMetaObject::invokeMethod(this, &SetupWindow::accept, Qt::QueuedConnection);
 }
 
 void SetupWindow::handOver() {
@@ -317,12 +292,6 @@ bool SetupWindow::eventFilter(QObject* watched, QEvent* event) {
     if (qobject_cast<QWidget*>(watched) != nullptr) tell(complaint());
   }
   return QDialog::eventFilter(watched, event);
-}
-
-void SetupWindow::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_F1) return ports_.desk.showHelp(info_.page);
-  if (event->key() != Qt::Key_Escape) return QDialog::keyPressEvent(event);
-  close();
 }
 
 /// Done must be on the screen, also on a small one.

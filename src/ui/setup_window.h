@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDialog>
 #include <QLabel>
 #include <QTimer>
 #include <deque>
@@ -9,10 +8,10 @@
 #include <vector>
 
 #include "control/panel_texts.h"
+#include "ui/asking_dialog.h"
 #include "ui/form.h"
 #include "ui/program_view.h"
 #include "ui/sheet.h"
-#include "ui/window_ports.h"
 
 namespace ui {
 
@@ -29,7 +28,7 @@ struct WindowInfo {
 /// Below the window's own part stand the program lines that its settings give, the help of what
 /// has the focus or what is wrong, and Done, Cancel, Help and Print. Edits can be undone one by
 /// one.
-class SetupWindow : public QDialog {
+class SetupWindow : public AskingDialog {
   Q_OBJECT
  public:
   SetupWindow(const WindowPorts& ports, WindowInfo info, QWidget* parent);
@@ -74,8 +73,6 @@ class SetupWindow : public QDialog {
 
   /// The last checks before Done: shows what is wrong; false keeps the window open.
   virtual bool mayBeDone() { return true; }
-  /// Asked before edits are forgotten by Escape or the frame's button; Yes is Done.
-  [[nodiscard]] virtual std::optional<ports::Message> questionAboutEdits() const;
   /// What a window remembers beside the working copy goes back and forth with it: keep it under the
   /// number of the state that was reached, and take it up again when that state comes back.
   virtual void keepMemory(int /*state*/) {}
@@ -85,11 +82,8 @@ class SetupWindow : public QDialog {
 
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
-  WindowPorts ports_;
   model::Project working_;
 
  private:
@@ -102,8 +96,8 @@ class SetupWindow : public QDialog {
 
   SetupWindow(const WindowPorts& ports, const model::Project& start, WindowInfo info,
               QWidget* parent);
-  [[nodiscard]] bool edited() const;
-  [[nodiscard]] ports::Answer answerAboutEdits();
+  [[nodiscard]] bool edited() const override;
+  [[nodiscard]] QString helpPage() const override { return info_.page; }
   void settleTyping();
   void handOver();
   void tellOfMissing(const model::Project& before);

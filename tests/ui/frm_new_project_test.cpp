@@ -101,6 +101,22 @@ TEST_F(NewProject, LeavesLinesOutOnlyWhenAsked) {
   EXPECT_EQ(bench.project().block(BlockKind::voltage, 1).Reps, 1);
 }
 
+TEST_F(NewProject, AsksBeforeEscapeForgetsThePlan) {
+  QTest::keyClick(window, Qt::Key_Escape);
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_TRUE(bench.messages.shown.empty());
+  window = bench.control->openNewProject();
+  const model::Project before = bench.project();
+  pasteList("voltmeter\tOutlet\n");
+  for (const Answer each : {Answer::cancel, Answer::no}) {
+    answer = each;
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_EQ(window->isVisible(), each == Answer::cancel);
+  }
+  EXPECT_EQ(bench.messages.titles(), std::vector<std::string>(2, "NEW PROJECT FROM A LIST"));
+  EXPECT_EQ(bench.project(), before);
+}
+
 TEST_F(NewProject, KeepsAChangedProjectUnlessAsked) {
   model::Project changed = bench.project();
   changed.tables[0].TableOn = true;

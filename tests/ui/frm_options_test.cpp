@@ -36,7 +36,8 @@ class OptionsWindow : public testing::Test {
   }
   std::string stored(const std::string& key) { return bench.settings.values["kgen/" + key]; }
 
-  ControlBench bench;
+  ports::Answer answer = ports::Answer::no;
+  ControlBench bench{[this](const ports::Message&) { return answer; }};
   RecordedDesk desk;
   support::RecordedFaults errors;
 };
@@ -98,6 +99,20 @@ TEST_F(OptionsWindow, CancelChangesNothing) {
   controlOf<QCheckBox>(*window, "Table names that begin alike").click();
   window->reject();
   EXPECT_EQ(session().settings().WarningMessageMask, 0);
+}
+
+TEST_F(OptionsWindow, AsksBeforeEscapeForgetsEdits) {
+  for (const ports::Answer each : {ports::Answer::cancel, ports::Answer::no, ports::Answer::yes}) {
+    const auto window = open();
+    answer = each;
+    goTo(*window, 3);
+    controlOf<QCheckBox>(*window, "Table names that begin alike").click();
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window->isVisible(), each == ports::Answer::cancel);
+    EXPECT_EQ(session().settings().WarningMessageMask != 0, each == ports::Answer::yes);
+  }
+  EXPECT_EQ(bench.messages.titles(), std::vector<std::string>(3, "OPTIONS"));
 }
 
 TEST_F(OptionsWindow, HasItsHelpPage) {
