@@ -4,6 +4,12 @@ target_compile_options(kgen_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow)
 if(KGEN_WERROR)
   target_compile_options(kgen_flags INTERFACE -Werror)
 endif()
+# What is not installed is linked by the quickest linker there is.
+include(CheckLinkerFlag)
+check_linker_flag(CXX -fuse-ld=lld KGEN_HAS_LLD)
+if(KGEN_HAS_LLD AND NOT CMAKE_BUILD_TYPE STREQUAL "Release")
+  target_link_options(kgen_flags INTERFACE -fuse-ld=lld)
+endif()
 # Apart, so that the linker can leave them out and put them in order.
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
   target_compile_options(kgen_flags INTERFACE -ffunction-sections -fdata-sections)

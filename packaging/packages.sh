@@ -1,7 +1,6 @@
 # Debian packages that the scripts need, one list a purpose, and how they get there. Sourced.
 
-packages_build="g++ cmake ninja-build libcli11-dev nlohmann-json3-dev"
-packages_release="lld"
+packages_build="g++ cmake ninja-build lld libcli11-dev nlohmann-json3-dev"
 packages_ui="qt6-base-dev qt6-svg-dev libgl1-mesa-dev fonts-dejavu-core"
 packages_test="libgtest-dev clang-format qt6-tools-dev"
 packages_deb="qt6-tools-dev lintian appstream desktop-file-utils"

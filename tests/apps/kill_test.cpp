@@ -21,7 +21,7 @@ TEST(Save, KilledAtAnyMomentLeavesAWholeProject) {
   std::mt19937 random(20'261'124);
   std::uniform_int_distribution<int> delay(1, 60);
   int killed = 0;
-  for (int i = 0; i < 60; ++i) {
+  for (int i = 0; i < 30; ++i) {
     const Outcome run =
         bench.shell(text::concat("timeout -s KILL 0.0", delay(random) < 10 ? "0" : "",
                                  delay(random), " $KGEN convert new.GN7 site.GN7 2>/dev/null"));
