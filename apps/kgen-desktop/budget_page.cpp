@@ -67,7 +67,8 @@ void BudgetPage::showLimits(const Budget& budget) {
     const QString least = limit.leastMicros > 0 ? micros(limit.leastMicros) : "-";
     const QString most = limit.mostMicros > 0 ? micros(limit.mostMicros) : "-";
     const QString kept = keepsTo(budget.scanMicros, limit) ? "yes" : "NO";
-    auto* item = new QTreeWidgetItem(limits_, {ui::qstring(limit.cause), least, most, kept});
+    auto* item = new QTreeWidgetItem(QStringList{ui::qstring(limit.cause), least, most, kept});
+    limits_->addTopLevelItem(item);
     for (const int number : {1, 2})
       item->setTextAlignment(number, Qt::AlignRight | Qt::AlignVCenter);
   }

@@ -81,7 +81,7 @@ class Q_DECL_EXPORT KGenCtl : public QWidget {
   /// Opens the window that plans a new project from a list of channels, or brings it to the front.
   ui::frmNewProject* openNewProject();
 
- public Q_SLOTS:
+ public Q_SLOTS:  // NOLINT: a word of moc
   void LongToMessage(int code);
   void StringToMessage(const QString& message);
   bool DunmoreDownload(const QString& program);
