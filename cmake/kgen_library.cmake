@@ -18,6 +18,10 @@ if(KGEN_SANITIZE)
   target_compile_options(kgen_flags INTERFACE -fsanitize=${KGEN_SANITIZE} -fno-sanitize-recover=all
                                               -fno-omit-frame-pointer)
   target_link_options(kgen_flags INTERFACE -fsanitize=${KGEN_SANITIZE})
+  # What a sanitizer knows of the code holds millions of addresses; those of a program with a fixed
+  # place are known before it starts.
+  target_link_options(kgen_flags INTERFACE
+                      $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:-no-pie>)
 endif()
 
 # kgen_library(NAME [DEPENDS other...]): the folder src/NAME as one target. A folder sees the

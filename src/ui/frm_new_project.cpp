@@ -27,7 +27,6 @@ namespace {
 
 using control::PlannedTable;
 using control::PlanStep;
-using model::BlockKind;
 using model::ModuleKindIndex;
 
 constexpr auto firstKind = static_cast<std::size_t>(ModuleKindIndex::adaptor7151);

@@ -16,13 +16,13 @@ TEST(CheckedProgram, FindsNoFaultOfItsOwnInAnyProject) {
                        [](const std::string& name, const model::Project& project) {
                          EXPECT_EQ(checkedProgram(project, support::demoStamp(), name).fault, "");
                        });
-  for (unsigned seed = 0; seed < support::randomCases(200); ++seed) {
+  for (unsigned seed = 0; seed < support::randomCases(100); ++seed) {
     const support::RandomCase one = support::randomCase(seed);
     const control::CheckedProgram made = checkedProgram(one.project, one.stamp, "site");
     ASSERT_EQ(made.fault, "") << seed;
     ASSERT_EQ(made.remark, "") << seed;
   }
-  for (unsigned seed = 0; seed < support::randomCases(200); ++seed) {
+  for (unsigned seed = 0; seed < support::randomCases(100); ++seed) {
     const support::RandomCase odd = support::oddCase(seed);
     try {
       ASSERT_EQ(checkedProgram(odd.project, odd.stamp, "site").fault, "") << seed;

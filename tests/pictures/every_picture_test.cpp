@@ -81,7 +81,7 @@ TEST(EveryPicture, StandsOddLimits) {
       {0, 0},        {5, -5},        {none, 1},   {0, none},      {-infinite, infinite},
       {-most, most}, {1, 1 + 1e-15}, {0, 5e-324}, {1e300, 1e301}, {0, 100}};
   for (const auto& [low, high] : limits)
-    for (const int count : {-5, 1, 10, 3000}) {
+    for (const int count : {-5, 1, 1000}) {
       const std::string what =
           QString("%1 from %2 to %3").arg(count).arg(low).arg(high).toStdString();
       HistogramPicture histogram;

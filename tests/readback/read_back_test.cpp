@@ -35,7 +35,7 @@ TEST(ReadBack, ProgramsOfExamplesSayWhatTheirProjectsSay) {
 }
 
 TEST(ReadBack, ProgramsOfRandomProjectsDo) {
-  for (unsigned seed = 0; seed < support::randomCases(300) && !HasFailure(); ++seed) {
+  for (unsigned seed = 0; seed < support::randomCases(150) && !HasFailure(); ++seed) {
     const support::RandomCase one = support::randomCase(seed);
     const std::string program = SAVEDLD::generate(one.project, one.stamp).text;
     EXPECT_EQ(disagreement(program, one.project, one.stamp.dunmoreHost), "") << seed;
@@ -43,7 +43,7 @@ TEST(ReadBack, ProgramsOfRandomProjectsDo) {
 }
 
 TEST(ReadBack, ProgramsOfOddProjectsDo) {
-  for (unsigned seed = 0; seed < support::randomCases(300) && !HasFailure(); ++seed) {
+  for (unsigned seed = 0; seed < support::randomCases(150) && !HasFailure(); ++seed) {
     const support::RandomCase one = support::oddCase(seed);
     try {
       const std::string program = SAVEDLD::generate(one.project, one.stamp).text;
