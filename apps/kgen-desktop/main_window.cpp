@@ -21,7 +21,7 @@ constexpr QSize usualSize(1280, 800);
 /// The first project among files that are dragged; "" when there is none.
 QString projectIn(const QMimeData& data) {
   for (const QUrl& url : data.urls()) {
-    const QString path = url.toLocalFile();
+    QString path = url.toLocalFile();
     const QString suffix = QFileInfo(path).suffix().toUpper();
     if (suffix == "GN7" || suffix == "GEN") return path;
   }

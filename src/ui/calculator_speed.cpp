@@ -11,6 +11,7 @@ using calculators::SpeedUnit;
 
 void SpeedWindow::addOutputUnit(Form& form) {
   std::vector<Option> units;
+  units.reserve(std::size(calculators::speedUnitNames));
   for (const std::string_view name : calculators::speedUnitNames)
     units.push_back({name, help::outputUnits});
   addOptions(

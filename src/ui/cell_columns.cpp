@@ -51,7 +51,7 @@ SheetColumn listColumn(const QString& title, const QString& help, std::vector<st
             store(row, static_cast<std::size_t>(found - texts.begin()));
             return std::nullopt;
           },
-          [texts] { return texts; }};
+          [texts = std::move(texts)] { return texts; }};
 }
 
 std::function<std::string(std::size_t row, std::size_t code)> processingHelp(

@@ -19,6 +19,7 @@ using model::BlockField;
 template <std::size_t N>
 std::vector<Choice> choicesFrom(const std::array<std::string_view, N>& texts) {
   std::vector<Choice> choices;
+  choices.reserve(N);
   for (const std::string_view each : texts)
     choices.push_back({std::string(each), static_cast<int>(choices.size())});
   return choices;
@@ -66,6 +67,7 @@ std::vector<Choice> frmFiltSetup::modules() const {
   std::vector<Choice> choices;
   const int modules = working_.configuration.quantity(model::ModuleKindIndex::filter7125);
   const int first = model::firstSlot(working_.configuration, model::ModuleKindIndex::filter7125);
+  choices.reserve(static_cast<std::size_t>(std::max(modules, 1)));
   for (int s = 0; s < modules; ++s)
     choices.push_back({text::concat("7125 in slot ", first + s), s});
   if (choices.empty()) choices.push_back({"no 7125 module", 0});

@@ -37,6 +37,7 @@ void frmFlowCalc::addInputs(Form& form) {
 
 void frmFlowCalc::addOutput(Form& form) {
   std::vector<Option> units;
+  units.reserve(2UL * timesOfVolume);
   for (int index = 0; index < 2 * timesOfVolume; ++index)
     units.push_back({calculators::flowUnits(withOutput({}, index)), help::outputUnits});
   addOptions(

@@ -29,6 +29,7 @@ using text::concat;
 template <class Texts>
 std::vector<Choice> choicesFrom(const Texts& texts) {
   std::vector<Choice> choices;
+  choices.reserve(std::size(texts));
   for (const auto& [code, text] : texts) choices.push_back({std::string(text), code});
   return choices;
 }

@@ -23,6 +23,7 @@ constexpr std::string_view remainOffHelp =
 /// With the blank that the program has before them.
 std::vector<Choice> powerOffComparisons() {
   std::vector<Choice> choices;
+  choices.reserve(comparisons);
   for (int code = 0; code < comparisons; ++code)
     choices.push_back({std::string(model::operatorText(code)), code});
   return choices;

@@ -51,9 +51,9 @@ class PagePlan {
   explicit PagePlan(const QPrinter& printer)
       : area_(QPointF(0, 0), printer.pageLayout().paintRectPixels(printer.resolution()).size()),
         font_(QFontDatabase::systemFont(QFontDatabase::FixedFont)) {
-    constexpr double usualSize = 9, leastSize = 4, step = 0.5;
-    for (double size = usualSize; size >= leastSize; size -= step) {
-      font_.setPointSizeF(size);
+    constexpr int usualHalves = 18, leastHalves = 8;  // of a point
+    for (int halves = usualHalves; halves >= leastHalves; --halves) {
+      font_.setPointSizeF(halves / 2.0);
       const QFontMetricsF metrics(font_, &printer);
       letter_ = {metrics.horizontalAdvance('0'), metrics.lineSpacing()};
       if (letter_.width() * companion::lineWidth <= area_.width()) break;

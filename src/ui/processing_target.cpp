@@ -8,6 +8,7 @@ using model::TableProcessing;
 
 std::vector<std::uint8_t> masksOf(const std::vector<model::Element>& elements, std::size_t table) {
   std::vector<std::uint8_t> masks;
+  masks.reserve(elements.size());
   for (const model::Element& each : elements) masks.push_back(each.Table[table]);
   return masks;
 }
