@@ -159,7 +159,7 @@ bool measure(const QString& file, const char* project, int atMostMs) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  platform::useLargePages(256);  // as the program does
+  platform::useLargePages(platform::heapOfWindow);  // as the program does
   QApplication application(argc, argv);
   if (argc != 4) return 2;
   try {

@@ -56,7 +56,7 @@ int main(int argc, char** argv) {
   if (early.help || early.version) return 0;
   // Those with one dash may be Qt's, which the application takes out of argv.
   if (early.unknown.startsWith("--")) return complained(early.unknown);
-  platform::useLargePages(256);
+  platform::useLargePages(platform::heapOfWindow);
   QApplication application(argc, argv);
   QApplication::setApplicationName("kgen-desktop");
   QApplication::setApplicationDisplayName("KGen");

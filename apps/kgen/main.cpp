@@ -2,6 +2,6 @@
 #include "platform/large_pages.h"
 
 int main(int argc, char** argv) {
-  platform::useLargePages(32);
+  platform::useLargePages(platform::heapOfCommand);
   return kgen::runCommandLine(argc, argv);
 }

@@ -9,7 +9,7 @@
 namespace {
 
 TEST(LargePages, MemoryHoldsWhatIsPutIntoIt) {
-  platform::useLargePages(32);
+  platform::useLargePages(platform::heapOfCommand);
   std::mt19937 random(7);
   std::vector<std::string> pieces(400);
   for (int round = 0; round < 5'000; ++round) {
