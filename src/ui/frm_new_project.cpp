@@ -447,11 +447,9 @@ bool frmNewProject::mayLeaveOut() {
 bool frmNewProject::edited() const { return plan_ != begun_ || !listBox_->document()->isEmpty(); }
 
 std::optional<ports::Message> frmNewProject::questionAboutEdits() const {
-  return ports::Message{.title = utf8(windowTitle().toUpper()),
-                        .text = "No project is made of this plan yet.  Make it before closing?",
-                        .icon = ports::Icon::question,
-                        .buttons = ports::Buttons::yesNoCancel,
-                        .defaultButton = ports::Answer::yes};
+  auto question = AskingDialog::questionAboutEdits();
+  question->text = "No project is made of this plan yet.  Make it before closing?";
+  return question;
 }
 
 /// What stands in the way leads to its step.
