@@ -13,6 +13,7 @@ namespace {
 
 using model::BlockKind;
 using model::Element;
+using model::Scaling;
 
 constexpr Column columns[] = {
     {"kind", Field::kind},       {"block", Field::block},
@@ -36,14 +37,9 @@ Complaint complaintOf(std::string_view cell, std::string_view text) {
   return text::concat("'", cell, "' ", text);
 }
 
-Scaling countingFor(const Element& element, const Scaling& shared) {
-  if (!element.AliasExcept) return shared;
-  return {element.AliasMult, element.AliasOffset, element.AliasGFactor};
-}
-
 /// What counts for a channel becomes its own.
 void takeUp(const Scaling& shared, Element& element) {
-  const Scaling own = countingFor(element, shared);
+  const Scaling own = scalingOf(element, shared);
   element.AliasMult = own.multiplier;
   element.AliasOffset = own.offset;
   element.AliasGFactor = own.gaugeFactor;
@@ -148,12 +144,6 @@ const Column* columnNamed(std::string_view name) {
   return found == std::end(columns) ? nullptr : found;
 }
 
-Scaling scalingOf(const model::MeasurementBlock& block) {
-  return {block.DefaultMult, block.DefaultOffset, block.GageFactor};
-}
-
-Scaling scalingOf(const model::CanItem& item) { return {item.Mult, item.Offset}; }
-
 std::string cellText(const Column& column, const ChannelAddress& channel, const Scaling& shared,
                      const Element& element) {
   switch (column.field) {
@@ -168,11 +158,11 @@ std::string cellText(const Column& column, const ChannelAddress& channel, const 
     case Field::units:
       return element.AliasUnits;
     case Field::multiplier:
-      return text::shortest(countingFor(element, shared).multiplier);
+      return text::shortest(scalingOf(element, shared).multiplier);
     case Field::offset:
       return text::shortest(channel.kind == BlockKind::bridge
-                                ? countingFor(element, shared).gaugeFactor
-                                : countingFor(element, shared).offset);
+                                ? scalingOf(element, shared).gaugeFactor
+                                : scalingOf(element, shared).offset);
     case Field::ownScaling:
       return element.AliasExcept ? "yes" : "no";
     case Field::table:

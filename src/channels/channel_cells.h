@@ -35,18 +35,9 @@ struct ChannelAddress {
   std::size_t number = 0;
 };
 
-/// What counts for the channels of a block, or the values of a CAN item, without their own scaling.
-struct Scaling {
-  double multiplier = 1;
-  double offset = 0;
-  double gaugeFactor = 2;
-};
-Scaling scalingOf(const model::MeasurementBlock& block);
-Scaling scalingOf(const model::CanItem& item);
-
 /// A cell of a channel; of its scaling what counts, be it the channel's own or the shared one.
-std::string cellText(const Column& column, const ChannelAddress& address, const Scaling& shared,
-                     const model::Element& element);
+std::string cellText(const Column& column, const ChannelAddress& address,
+                     const model::Scaling& shared, const model::Element& element);
 
 /// Words of the processing codes 0 to 7.
 std::span<const std::string_view> processingWords();
@@ -63,7 +54,7 @@ std::optional<std::string> storeMask(std::string_view cell, std::uint8_t& mask, 
 /// do, and the channel keeps its value. A number that is not the shared one gives the channel its
 /// own scaling, the rest of which begins as what counted; scaling that is given up is not kept.
 std::optional<std::string> storeCell(const Column& column, model::BlockKind kind,
-                                     std::string_view cell, const Scaling& shared,
+                                     std::string_view cell, const model::Scaling& shared,
                                      model::Element& element);
 
 }  // namespace channels

@@ -209,7 +209,7 @@ std::string csvText(const model::Project& project) {
   for (const BlockKind kind : model::allBlockKinds)
     for (std::size_t block = 1; block <= model::blockCount(project, kind); ++block) {
       const model::MeasurementBlock& owner = project.block(kind, block);
-      const Scaling shared = scalingOf(owner);
+      const model::Scaling shared = scalingOf(owner);
       const auto& elements = owner.elements;
       for (std::size_t i = 0; i < elements.size(); ++i) {
         const ChannelAddress channel{kind, block, i + 1};

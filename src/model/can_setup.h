@@ -36,6 +36,8 @@ struct CanItem {
   std::vector<Element> values;  // NumVals of them
   bool operator==(const CanItem&) const = default;
 };
+/// What counts for the values of an item that have no scaling of their own.
+inline Scaling scalingOf(const CanItem& item) { return {item.Mult, item.Offset}; }
 
 struct CanSetup {
   std::int16_t CanAddress = 1;

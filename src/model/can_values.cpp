@@ -40,9 +40,10 @@ DecodedValue decodedValue(const CanItem& item, std::size_t index, std::size_t v,
   const Element& element = item.values[v];
   if (!element.AliasUnits.empty()) decoded.units = element.AliasUnits;
   if (!decoded.remark.empty()) return decoded;
-  const double mult = element.AliasExcept ? element.AliasMult : item.Mult;
-  const double offset = element.AliasExcept ? element.AliasOffset : item.Offset;
-  decoded.number = *can::numberIn(frame.data, fieldOf(item), static_cast<int>(v)) * mult + offset;
+  const Scaling scaling = scalingOf(element, scalingOf(item));
+  decoded.number =
+      *can::numberIn(frame.data, fieldOf(item), static_cast<int>(v)) * scaling.multiplier +
+      scaling.offset;
   return decoded;
 }
 

@@ -175,16 +175,13 @@ std::string_view bridgeInstruction(std::int16_t style) {
   return style >= 0 && style < 5 ? names[static_cast<std::size_t>(style)] : names[0];
 }
 
-double multiplierOf(const MeasurementBlock& block, const Element& element) {
-  return element.AliasExcept ? element.AliasMult : block.DefaultMult;
+Scaling scalingOf(const MeasurementBlock& block) {
+  return {block.DefaultMult, block.DefaultOffset, block.GageFactor};
 }
 
-double offsetOf(const MeasurementBlock& block, const Element& element) {
-  return element.AliasExcept ? element.AliasOffset : block.DefaultOffset;
-}
-
-double gaugeFactorOf(const MeasurementBlock& block, const Element& element) {
-  return element.AliasExcept ? element.AliasGFactor : block.GageFactor;
+Scaling scalingOf(const Element& element, const Scaling& shared) {
+  if (!element.AliasExcept) return shared;
+  return {element.AliasMult, element.AliasOffset, element.AliasGFactor};
 }
 
 }  // namespace model

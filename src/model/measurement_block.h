@@ -178,9 +178,14 @@ int channelsOfBridge(const MeasurementBlock& bridge);
 /// "BrFull" and so on for a bridge configuration code; strain codes measure with "BrFull".
 std::string_view bridgeInstruction(std::int16_t style);
 
-/// Multiplier, offset and gauge factor in force for a channel.
-double multiplierOf(const MeasurementBlock& block, const Element& element);
-double offsetOf(const MeasurementBlock& block, const Element& element);
-double gaugeFactorOf(const MeasurementBlock& block, const Element& element);
+struct Scaling {
+  double multiplier = 1;
+  double offset = 0;
+  double gaugeFactor = 2;  // bridges, in place of the offset
+};
+/// What counts for the channels of a block that have no scaling of their own.
+Scaling scalingOf(const MeasurementBlock& block);
+/// What counts for a channel: its own scaling or the shared one.
+Scaling scalingOf(const Element& element, const Scaling& shared);
 
 }  // namespace model

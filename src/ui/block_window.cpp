@@ -190,12 +190,11 @@ std::vector<SheetColumn> BlockWindow::channelColumns() {
     column.title = channelTitle(each);
     column.help = channelHelp(each);
     column.text = [this, each](std::size_t row) {
-      return channels::cellText(each, {kind_, number_, row + 1}, channels::scalingOf(block()),
+      return channels::cellText(each, {kind_, number_, row + 1}, scalingOf(block()),
                                 block().elements[row]);
     };
     column.store = [this, each](std::size_t row, std::string_view cell) {
-      return channels::storeCell(each, kind_, cell, channels::scalingOf(block()),
-                                 block().elements[row]);
+      return channels::storeCell(each, kind_, cell, scalingOf(block()), block().elements[row]);
     };
     if (isTable) {
       column.offers = [] { return strings(channels::processingWords()); };

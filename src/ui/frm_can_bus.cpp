@@ -321,10 +321,10 @@ SheetColumn frmCanBus::scalingColumn(const QString& title, const QString& help,
   column.title = title;
   column.help = help;
   column.text = [this, &as](std::size_t row) {
-    return cellText(as, {like, 1, row + 1}, channels::scalingOf(item()), item().values[row]);
+    return cellText(as, {like, 1, row + 1}, scalingOf(item()), item().values[row]);
   };
   column.store = [this, &as](std::size_t row, std::string_view cell) {
-    return storeCell(as, like, cell, channels::scalingOf(item()), item().values[row]);
+    return storeCell(as, like, cell, scalingOf(item()), item().values[row]);
   };
   if (as.field == channels::Field::ownScaling)
     column.offers = [] { return std::vector<std::string>{"no", "yes"}; };

@@ -90,11 +90,12 @@ void reduceToSamples(model::Project& project) {
 }
 
 std::optional<Message> questionAboutOwnScaling(const model::MeasurementBlock& block) {
+  const model::Scaling shared = scalingOf(block);
+  const bool hasOffset = block.Type.empty();  // channels of bridges have a gauge factor
   const bool allAlike =
-      std::all_of(block.elements.begin(), block.elements.end(), [&block](const auto& element) {
-        const bool hasOffset = block.Type.empty();  // channels of bridges have a gauge factor
-        return multiplierOf(block, element) == block.DefaultMult &&
-               (!hasOffset || offsetOf(block, element) == block.DefaultOffset);
+      std::all_of(block.elements.begin(), block.elements.end(), [&](const auto& element) {
+        const model::Scaling own = scalingOf(element, shared);
+        return own.multiplier == shared.multiplier && (!hasOffset || own.offset == shared.offset);
       });
   if (allAlike) return std::nullopt;
   return Message{.title = "DEFAULT SCALING CHANGED",

@@ -72,7 +72,7 @@ TEST_F(ChannelsTest, ShowsTheScalingThatCounts) {
     ASSERT_EQ(import(std::string("kind,block,element,") + csv).code, 0);
     project = bench.project("p.GN7");
     const model::MeasurementBlock& block = project.block(BlockKind::voltage, 1);
-    EXPECT_EQ(multiplierOf(block, block.elements[0]), multiplier);
+    EXPECT_EQ(scalingOf(block.elements[0], scalingOf(block)).multiplier, multiplier);
     EXPECT_EQ(block.elements[0].AliasExcept, own);
     const std::string row = bench.kgen("channels export p.GN7").out;
     EXPECT_NE(row.find("," + text::shortest(multiplier) + ",0," + (own ? "yes" : "no")),
