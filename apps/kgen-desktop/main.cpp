@@ -1,9 +1,11 @@
+#include <QAccessible>
 #include <QApplication>
 #include <QTextStream>
 #include <QTimer>
 #include <functional>
 
 #include "desktop/command_line.h"
+#include "desktop/frame_icons.h"
 #include "desktop/main_window.h"
 #include "platform/large_pages.h"
 
@@ -21,6 +23,13 @@ int complained(const QString& option) {
   QTextStream(stderr) << "kgen-desktop: there is no option " << option
                       << "; see kgen-desktop --help\n";
   return wrongUsage;
+}
+
+/// Where no session bus runs, asking for who reads the screen starts another process, and a large
+/// page that is in use then falls apart: so it is asked first.
+void useLargePages() {
+  QAccessible::isActive();
+  platform::useLargePages(platform::heapOfWindow);
 }
 
 /// Does something once, when a window has shown its first picture, or soon when it shows none: it
@@ -56,8 +65,9 @@ int main(int argc, char** argv) {
   if (early.help || early.version) return 0;
   // Those with one dash may be Qt's, which the application takes out of argv.
   if (early.unknown.startsWith("--")) return complained(early.unknown);
-  platform::useLargePages(platform::heapOfWindow);
   QApplication application(argc, argv);
+  useLargePages();
+  if (QApplication::style()->name() == "fusion") QApplication::setStyle(new desktop::FrameIcons);
   QApplication::setApplicationName("kgen-desktop");
   QApplication::setApplicationDisplayName("KGen");
   QApplication::setDesktopFileName("kgen-desktop");
