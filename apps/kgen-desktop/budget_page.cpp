@@ -1,5 +1,6 @@
 #include "desktop/budget_page.h"
 
+#include <QGroupBox>
 #include <QHeaderView>
 #include <QVBoxLayout>
 
@@ -32,24 +33,22 @@ BudgetPage::BudgetPage(QWidget* parent)
   auto* layout = new QVBoxLayout(this);
   summary_->setWordWrap(true);
   layout->addWidget(summary_);
-  addHead("The scan and what is left of it");
-  layout->addWidget(whole_);
-  addHead("What takes the time");
-  layout->addWidget(shares_);
-  addHead("Limits of the scan interval");
+  addPart("The scan and what is left of it", whole_);
+  addPart("What takes the time", shares_);
   limits_->setRootIsDecorated(false);
   limits_->setHeaderLabels({"Set by", "At least (uSec)", "At most (uSec)", "Kept"});
   limits_->setTabKeyNavigation(false);
   ui::describe(*limits_, "Limits of the scan interval", "What asks for a longer or shorter scan.");
-  layout->addWidget(limits_, 1);
+  addPart("Limits of the scan interval", limits_);
 }
 
-void BudgetPage::addHead(const QString& text) {
-  auto* head = new QLabel(text, this);
-  QFont bold = head->font();
-  bold.setBold(true);
-  head->setFont(bold);
-  layout()->addWidget(head);
+void BudgetPage::addPart(const QString& title, QWidget* part) {
+  auto* box = new QGroupBox(title, this);
+  box->setFlat(true);
+  auto* inside = new QVBoxLayout(box);
+  inside->setContentsMargins(0, 0, 0, 0);
+  inside->addWidget(part);
+  layout()->addWidget(box);
 }
 
 void BudgetPage::show(const Budget& budget) {

@@ -17,7 +17,7 @@ class BudgetPage final : public QWidget {
   using QWidget::show;
 
  private:
-  void addHead(const QString& text);
+  void addPart(const QString& title, QWidget* part);
   void showLimits(const Budget& budget);
   pictures::StackedBars* whole_;   // the scan with what is left of it
   pictures::StackedBars* shares_;  // what is used, on a scale of its own
