@@ -19,7 +19,15 @@ frmFlags::frmFlags(const WindowPorts& ports, QWidget* parent)
       [this]() -> bool& { return all_; });
   add(*options);
   build(flagList(), options, conditions());
+  chooseFirstInUse();
   resize(1080, 640);
+}
+
+void frmFlags::chooseFirstInUse() {
+  const auto& flags = working_.flags;
+  const auto first = std::find_if(flags.begin(), flags.end(),
+                                  [](const model::FlagControl& flag) { return flag.FlagInclude; });
+  if (first != flags.end()) chooseRow(static_cast<std::size_t>(first - flags.begin()));
 }
 
 /// As many as the options say, and every one that is in use.

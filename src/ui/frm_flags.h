@@ -17,6 +17,7 @@ class frmFlags final : public ListWindow {
   List flagList();
   QWidget* conditions();
   [[nodiscard]] std::size_t rowsShown() const;
+  void chooseFirstInUse();
   bool all_ = false;  // also flags beyond the number of the options
 };
 
