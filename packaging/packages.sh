@@ -2,7 +2,7 @@
 
 packages_build="g++ cmake ninja-build lld libcli11-dev nlohmann-json3-dev"
 packages_ui="qt6-base-dev qt6-svg-dev libgl1-mesa-dev fonts-dejavu-core"
-packages_test="libgtest-dev clang-format qt6-tools-dev"
+packages_test="libgtest-dev clang-format qt6-tools-dev xvfb xauth"
 packages_deb="qt6-tools-dev lintian appstream desktop-file-utils"
 packages_tidy="clang clang-tidy"
 packages_fuzz="clang libclang-rt-14-dev"

@@ -88,7 +88,7 @@ void MainWindow::addProjectMenu() {
              QKeySequence("Ctrl+Shift+S"), [&session] { session.ChooseAndSaveAs(); }});
   add(menu,
       {"Save and Sen&d", "button_16", ui::qstring(panel::buttons[panel::saveAndSendButton].help),
-       QKeySequence("Ctrl+D"), [&session] { session.SaveAndSend(); }});
+       QKeySequence("Ctrl+Return"), [&session] { session.SaveAndSend(); }});
   menu.addSeparator();
   add(menu, {"&Print...", "print", ui::qstring(panel::help::printOptions), QKeySequence::Print,
              [this] { control_->PrintSelect(); }});

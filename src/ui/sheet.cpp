@@ -198,8 +198,9 @@ void SheetView::clearCells() {
 void SheetView::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Copy)) return copy();
   if (event->matches(QKeySequence::Paste)) return paste();
-  if (event->matches(QKeySequence::Delete)) return clearCells();
+  // The system's own list of keys for Delete has Ctrl+D on some desktops.
   if (event->modifiers() == Qt::ControlModifier && event->key() == Qt::Key_D) return fillDown();
+  if (event->key() == Qt::Key_Delete) return clearCells();
   QTableView::keyPressEvent(event);
 }
 

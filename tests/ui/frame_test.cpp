@@ -222,10 +222,12 @@ TEST_F(VoltageWindow, FillsDownWithNamesThatCountOn) {
   choose(0, 1, 0, 1);
   channels().pasteText("Load08\tkN\n");
   choose(0, 1, 3, 2);
-  channels().fillDown();
+  QTest::keyClick(&channels(), Qt::Key_D, Qt::ControlModifier);
   EXPECT_EQ(block().elements[1].AliasName, "Load09");
   EXPECT_EQ(block().elements[3].AliasName, "Load11");
   EXPECT_EQ(block().elements[3].AliasUnits, "kN");
+  QTest::keyClick(&channels(), Qt::Key_Delete);
+  EXPECT_EQ(block().elements[0].AliasName, "");
 }
 
 TEST_F(VoltageWindow, ShowsTheProgramLinesOfItsBlock) {
