@@ -10,8 +10,6 @@
 namespace control {
 namespace {
 
-using logscript::ExpressionFault;
-
 /// Thermocouples "Inlet" and TBlk1(2), pressure "Press", table "Table1".
 const model::Project& demo() {
   static const model::Project project = support::demoProject();

@@ -86,20 +86,19 @@ TEST(Databases, NameEveryBadLineAndKeepTheRest) {
       "7: signal 'Beyond' is left out: it goes to byte 9, and message 'Tank' has 8 bytes",
       "8: signal 'MsbBeyond' is left out: it goes to byte 9, and message 'Tank' has 8 bytes",
       "9: signal 'Level' is left out: there is another one of this name in message 'Tank'",
-      "10: '0' is missing before '+ (1,0) [0|255] \"\" B' as byte order; write 0 or 1; the "
-      "statement is left out",
+      ("10: '0' is missing before '+ (1,0) [0|255] \"\" B' as byte order; write 0 or 1; the "
+       "statement is left out"),
       "11: '[' is missing before '\"\" B' before the minimum; the rest of the line is left out",
       "12: the unit in quotes is missing before 'mm B'; the rest of the line is left out",
       "13: signal 'Zero' has factor 0; 1 is taken",
       "14: ')' is missing before ',0) [0|255] \"\" B' behind the offset; the statement is left out",
-      "17: identifier 300 of message 'Tank2' is that of 'Tank' in line 3; its signals are taken "
-      "into that message",
-      "19: the identifier of a message is missing before 'x301 Broken: 8 A'; the statement is left "
-      "out",
+      ("17: identifier 300 of message 'Tank2' is that of 'Tank' in line 3; its signals are taken "
+       "into that message"),
+      ("19: the identifier of a message is missing before 'x301 Broken: 8 A'; "
+       "the statement is left out"),
       "20: signal 'Homeless' stands below no message that could be read; the statement is left out",
-      "21: identifier 419348235 has more than 11 bits without the mark of a longer one; it is "
-      "taken "
-      "as one of 29 bits",
+      ("21: identifier 419348235 has more than 11 bits without the mark of a longer one; "
+       "it is taken as one of 29 bits"),
       "23: 'THIS_IS_NEW 1 2 3;' is no statement of a database; it is left out",
       "26: there is no signal 'Nowhere' of message 300; the statement is left out",
       "28: the quote that closes the comment is missing; the statement is left out",

@@ -40,10 +40,10 @@ TEST(Proposals, HaveTheStartBitsAndTypesOfTheLogger) {
           "Torque &H123 type 4 start 17 bits 12 FP2 Nm", "State &H123 type 2 start 29 bits 4 FP2 ",
           "Oil_Temp &H123 type 3 start 33 bits 8 FP2 Cel",
           "Supply &H123 type 1 start 41 bits 16 IEEE4 V",
-          "no Wind: its identifier has 29 bits, and the project receives those of 11; it "
-          "can't do both",
-          "no Pressure: its identifier has 29 bits, and the project receives those of 11; it "
-          "can't do both"}));
+          ("no Wind: its identifier has 29 bits, and the project receives those of 11; it "
+           "can't do both"),
+          ("no Pressure: its identifier has 29 bits, and the project receives those of 11; it "
+           "can't do both")}));
   database.messages.erase(database.messages.begin());
   const Proposals extended = proposalsFor(database, KGEN_COMMON::newProject());
   EXPECT_EQ(extended.dataIdType, 1);
@@ -69,11 +69,11 @@ TEST(Proposals, ExplainWhatTheLoggerCannotDo) {
             (std::vector<std::string>{
                 "no InLong: its message has 64 bytes, and the logger receives frames of up to 8",
                 "no FarOut: its message has 64 bytes, and the logger receives frames of up to 8",
-                "no Precise: it is a double of 64 bits; the logger takes floats of 32 bits and "
-                "whole numbers",
+                ("no Precise: it is a double of 64 bits; the logger takes floats of 32 bits and "
+                 "whole numbers"),
                 "Counter &H66 type 1 start 1 bits 64 IEEE4 ",
-                "no Other: its identifier has 29 bits, and the project receives those of 11; it "
-                "can't do both"}));
+                ("no Other: its identifier has 29 bits, and the project receives those of 11; it "
+                 "can't do both")}));
 }
 
 Database databaseWith(const std::vector<std::string>& names, const std::string& unit = "") {
@@ -92,8 +92,8 @@ TEST(Proposals, HaveNamesThatTheProjectTakes) {
   const Database database =
       databaseWith({"OIL", "oil", "Power", "2nd", "__x", "a-b.c", "Scan", "VBlk1", "BRNG1", "Flag",
                     "I", "I_2", "SpeedOfTheLeftFrontWheel", "SpeedOfTheLeftFreeWheel",
-                    "Gr\xC3\xB6\xC3\x9F"
-                    "e",
+                    ("Gr\xC3\xB6\xC3\x9F"
+                     "e"),
                     "Table1", "_"});
   ASSERT_TRUE(database.faults.empty());
   std::string names;
@@ -127,8 +127,8 @@ TEST(Proposals, HaveUnitsThatTheProjectTakes) {
 }
 
 TEST(Proposals, BecomeItemsUpToTheLimit) {
-  std::vector<std::string> names;
-  for (int i = 0; i < 70; ++i) names.push_back(concat("V", i));
+  std::vector<std::string> names(70);
+  for (std::size_t i = 0; i < names.size(); ++i) names[i] = concat("V", i);
   const Database database = databaseWith(names);
   model::Project project = KGEN_COMMON::newProject();
   const Proposals proposals = proposalsFor(database, project);

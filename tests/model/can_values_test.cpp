@@ -43,6 +43,7 @@ Project vehicle() {
 
 std::vector<std::string> shown(const std::vector<DecodedValue>& values) {
   std::vector<std::string> lines;
+  lines.reserve(values.size());
   for (const DecodedValue& each : values)
     lines.push_back(text::concat(each.name, " ", each.number ? text::shortest(*each.number) : "-",
                                  " ", each.units, each.remark));

@@ -106,7 +106,8 @@ TEST(RoundTrip, EveryValueSurvivesASave) {
       line.pop_back();  // CR
       const std::string key = line.substr(0, equals);
       if (!decidesOrFollows(key))
-        line = key + '=' + otherValue(key, line.substr(equals + 1), i, random);
+        line.replace(equals + 1, std::string::npos,
+                     otherValue(key, line.substr(equals + 1), i, random));
       line += '\r';
     }
     const std::vector<std::string> again = linesOf(textOf(loaded(joined(lines))));

@@ -12,8 +12,6 @@
 
 namespace {
 
-using text::concat;
-
 /// What a person would read of a program that should be equal.
 std::string disagreement(const std::string& program, const model::Project& project, bool dunmore) {
   const readback::Verification result = readback::verifyProgram(program, project, dunmore);
