@@ -3,7 +3,6 @@
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QMimeData>
-#include <QScreen>
 #include <QStatusBar>
 #include <algorithm>
 
@@ -11,6 +10,7 @@
 #include "desktop/frm_send.h"
 #include "text/strings.h"
 #include "ui/form.h"
+#include "ui/screen_room.h"
 
 namespace desktop {
 namespace {
@@ -102,7 +102,7 @@ void MainWindow::placeParts() {
   setCentralWidget(parts_);
   constexpr int usualFindingsHeight = 130;
   if (!restoreGeometry(settings_.place("window")))
-    resize(usualSize.boundedTo(screen()->availableSize()));
+    resize(usualSize.boundedTo(ui::roomOn(*screen())));
   restoreState(settings_.place("parts"));
   if (!parts_->restoreState(settings_.place("splitter")))
     resizeDocks({findingsDock_}, {usualFindingsHeight}, Qt::Vertical);

@@ -4,7 +4,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -54,21 +53,17 @@ void BlockWindow::build() {
     times_ = timing::measurementTimes(working_, plan_);
   });
   auto* contents = new QSplitter(Qt::Horizontal, this);
-  contents->addWidget(blockList());
+  contents->addWidget(scrolledDown(blockList()));
   auto* form = new Form;
   addFields(*form);
   form->rowStretch();
-  QScrollArea* settings = scrolled(form);
+  QScrollArea* settings = scrolledDown(form);
   contents->addWidget(settings);
   contents->addWidget(channelSheet());
   contents->setStretchFactor(2, 1);
   contents->setChildrenCollapsible(false);
   add(*form);
-  settings->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  onRefresh([form, settings] {
-    settings->setMinimumWidth(form->sizeHint().width() +
-                              settings->verticalScrollBar()->sizeHint().width());
-  });
+  onRefresh([settings] { fitWidth(*settings); });
   setContents(contents);
   listView_->selectRow(static_cast<int>(number_) - 1);
   listView_->resizeColumnsToContents();

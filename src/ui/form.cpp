@@ -5,6 +5,7 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -87,6 +88,18 @@ QScrollArea* scrolled(QWidget* widget) {
   area->setFrameShape(QFrame::NoFrame);
   area->setFocusPolicy(Qt::NoFocus);
   return area;
+}
+
+QScrollArea* scrolledDown(QWidget* widget) {
+  QScrollArea* area = scrolled(widget);
+  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  fitWidth(*area);
+  return area;
+}
+
+void fitWidth(QScrollArea& area) {
+  const int wanted = std::max(area.widget()->minimumWidth(), area.widget()->sizeHint().width());
+  area.setMinimumWidth(wanted + area.verticalScrollBar()->sizeHint().width());
 }
 
 Field& Field::closedWhen(std::function<std::string()> reason) {

@@ -34,6 +34,9 @@ void describe(QWidget& widget, const QString& caption, const QString& help);
 
 /// The widget in an area that scrolls when there is less room than it wants.
 QScrollArea* scrolled(QWidget* widget);
+/// With a bar only on a screen that is too low; `fitWidth` when what is in it has changed.
+QScrollArea* scrolledDown(QWidget* widget);
+void fitWidth(QScrollArea& area);
 
 /// A labelled control and the value that it stands for.
 class Field {

@@ -5,7 +5,6 @@
 #include <QEvent>
 #include <QPointer>
 #include <QPushButton>
-#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
 #include <QStatusTipEvent>
@@ -15,6 +14,7 @@
 #include "control/program_excerpt.h"
 #include "generator/program_writer.h"
 #include "model/renaming.h"
+#include "ui/screen_room.h"
 #include "verify/pick_variables.h"
 
 namespace ui {
@@ -282,9 +282,14 @@ void SetupWindow::openInner(SetupWindow* inner) {
 
 /// What an entry of a list says while it is chosen goes to the help line.
 bool SetupWindow::event(QEvent* event) {
-  if (event->type() != QEvent::StatusTip) return QDialog::event(event);
-  tell(static_cast<QStatusTipEvent*>(event)->tip());
-  return true;
+  if (event->type() == QEvent::StatusTip) {
+    tell(static_cast<QStatusTipEvent*>(event)->tip());
+    return true;
+  }
+  const bool known = QDialog::event(event);
+  // What is hidden takes no room any more once its parts were laid out.
+  if (event->type() == QEvent::LayoutRequest && isVisible()) fitScreen();
+  return known;
 }
 
 bool SetupWindow::eventFilter(QObject* watched, QEvent* event) {
@@ -296,8 +301,8 @@ bool SetupWindow::eventFilter(QObject* watched, QEvent* event) {
 
 /// Done must be on the screen, also on a small one.
 void SetupWindow::fitScreen() {
-  constexpr QSize frame(16, 48);  // of the window system, and a rim
-  const QSize room = screen()->availableSize() - frame;
+  if (isMaximized() || isFullScreen()) return;
+  const QSize room = roomOn(*screen());
   if (width() > room.width() || height() > room.height()) resize(size().boundedTo(room));
 }
 

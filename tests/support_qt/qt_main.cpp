@@ -5,11 +5,12 @@
 
 namespace {
 
-/// A screen that nobody sees, as large as people have them.
+/// Two screens that nobody sees: as large as people have them, and as low as on a small laptop.
 void useHiddenScreen(QTemporaryFile& settings) {
   settings.open();
   settings.write(R"({"screens": [{"name": "hidden", "x": 0, "y": 0, "width": 1680, "height": 1050,
-    "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}, {"name": "low", "x": 1680, "y": 0,
+    "width": 1366, "height": 768, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
   settings.flush();
   qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + settings.fileName().toLocal8Bit());
 }

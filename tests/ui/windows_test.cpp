@@ -10,6 +10,7 @@
 #include "support_qt/palettes.h"
 #include "support_qt/usable_by_all.h"
 #include "ui/calculator_window.h"
+#include "ui/screen_room.h"
 
 namespace {
 
@@ -105,6 +106,18 @@ TEST_P(EveryWindow, IsUsableByAll) {
     window.reject();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
+}
+
+TEST_P(EveryWindow, FitsALowScreen) {
+  bench.openExample("everything_at_once");
+  const QRect low = QGuiApplication::screens().back()->availableGeometry();
+  bench.control->window()->move(low.topLeft());
+  ui::SetupWindow& window = bench.open(GetParam());
+  ASSERT_EQ(window.screen()->availableGeometry(), low);
+  const QSize room = ui::roomOn(*window.screen());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return window.size().boundedTo(room) == window.size(); }))
+      << window.width() << " x " << window.height();
+  window.reject();
 }
 
 TEST_P(EveryWindow, IsPicturedInLightAndDark) {
