@@ -140,6 +140,7 @@ std::optional<std::string> complaintAboutStateCondition(const Condition& conditi
 
 std::vector<std::string> comparisons() {
   std::vector<std::string> texts;
+  texts.reserve(comparisonCount);
   for (int code = 0; code < comparisonCount; ++code)
     texts.emplace_back(text::trimmed(model::operatorText(code)));
   return texts;

@@ -112,7 +112,7 @@ void Session::edit(model::Project next, std::string name) {
   replaceProject(std::move(next));
 }
 
-void Session::editOn(model::Project next, std::string name) {
+void Session::editOn(model::Project next, const std::string& name) {
   if (history_.undoName() != name || history_.canRedo()) return edit(std::move(next), name);
   if (next != project_) replaceProject(std::move(next));
 }

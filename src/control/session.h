@@ -57,7 +57,7 @@ class Session {
   /// Replaces the project after an edit; one that changes nothing is no edit.
   void edit(model::Project next, std::string name);
   /// The same; one step of undo with the last edit when that has the same name.
-  void editOn(model::Project next, std::string name);
+  void editOn(model::Project next, const std::string& name);
   void undo();
   void redo();
   [[nodiscard]] const EditHistory& history() const { return history_; }
