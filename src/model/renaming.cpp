@@ -54,8 +54,8 @@ void visitNames(AnyProject& project, const Visitor& visit) {
 /// Collects what places are called.
 template <class Collection>
 auto into(Collection& names) {
-  return [&names](std::string place, const std::string& own) {
-    names.insert(names.end(), own.empty() ? std::move(place) : own);
+  return [&names](const std::string& place, const std::string& own) {
+    names.insert(names.end(), own.empty() ? place : own);
   };
 }
 

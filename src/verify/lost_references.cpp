@@ -220,8 +220,8 @@ std::optional<ports::Message> questionAboutLostReferences(
   if (settings.empty()) return std::nullopt;
   return ports::Message{
       .title = "WARNING",
-      .text = joinedLines({"The following settings use measurements that are removed, and will be "
-                           "removed with them:",
+      .text = joinedLines({("The following settings use measurements that are removed, and will be "
+                            "removed with them:"),
                            "", listedLines(settings), "", "ARE YOU SURE YOU WANT TO PROCEED?"}),
       .buttons = ports::Buttons::yesNo,
       .defaultButton = ports::Answer::no};
