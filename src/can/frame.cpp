@@ -208,7 +208,8 @@ int byteOf(std::string_view hexText, int byte) {
 }
 
 int maskByte(std::string_view maskText, int byte) {
-  const int mask = digitsOf(maskText).size() >= std::size_t{2} * frameBytes ? byteOf(maskText, byte) : -1;
+  const int mask =
+      digitsOf(maskText).size() >= std::size_t{2} * frameBytes ? byteOf(maskText, byte) : -1;
   return mask < 0 ? 255 : mask;
 }
 

@@ -88,8 +88,7 @@ double numberByDigits(const Data& data, const BitField& field, int value) {
   const bool little = field.messageType % 2 == 0;
   if (little) {  // the same frame read from its end
     std::string turned;
-    for (std::size_t byte = 0; byte < data.size(); ++byte)
-      turned.insert(0, digits, byte * 8, 8);
+    for (std::size_t byte = 0; byte < data.size(); ++byte) turned.insert(0, digits, byte * 8, 8);
     digits = turned;
   }
   const int first = field.startBit - 1 + value * field.numBits;
