@@ -24,12 +24,13 @@ bool keepsTo(double scan, const timing::ScanLimit& limit) {
 
 }  // namespace
 
-BudgetPage::BudgetPage(QWidget* parent)
-    : QWidget(parent),
-      whole_(new pictures::StackedBars(this)),
-      shares_(new pictures::StackedBars(this)),
-      summary_(new QLabel(this)),
-      limits_(new QTreeWidget(this)) {
+BudgetPage::BudgetPage(QWidget* parent) : QWidget(parent) {}
+
+void BudgetPage::build() {
+  whole_ = new pictures::StackedBars(this);
+  shares_ = new pictures::StackedBars(this);
+  summary_ = new QLabel(this);
+  limits_ = new QTreeWidget(this);
   auto* layout = new QVBoxLayout(this);
   summary_->setWordWrap(true);
   layout->addWidget(summary_);
@@ -52,6 +53,7 @@ void BudgetPage::addPart(const QString& title, QWidget* part) {
 }
 
 void BudgetPage::show(const Budget& budget) {
+  if (layout() == nullptr) build();
   whole_->setBars(budget.bars, "uSec");
   shares_->setBars(unlimited(budget.bars), "uSec");
   summary_->setText(QString("Scan interval: %1 uSec. Shortest possible: %2 uSec, for measuring; "

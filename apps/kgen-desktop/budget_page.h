@@ -8,7 +8,8 @@
 
 namespace desktop {
 
-/// What the measurements take of a scan, and what limits the scan interval.
+/// What the measurements take of a scan, and what limits the scan interval. Empty until there is a
+/// budget.
 class BudgetPage final : public QWidget {
   Q_OBJECT
  public:
@@ -17,12 +18,13 @@ class BudgetPage final : public QWidget {
   using QWidget::show;
 
  private:
+  void build();
   void addPart(const QString& title, QWidget* part);
   void showLimits(const Budget& budget);
-  pictures::StackedBars* whole_;   // the scan with what is left of it
-  pictures::StackedBars* shares_;  // what is used, on a scale of its own
-  QLabel* summary_;
-  QTreeWidget* limits_;
+  pictures::StackedBars* whole_ = nullptr;   // the scan with what is left of it
+  pictures::StackedBars* shares_ = nullptr;  // what is used, on a scale of its own
+  QLabel* summary_ = nullptr;
+  QTreeWidget* limits_ = nullptr;
 };
 
 }  // namespace desktop

@@ -9,7 +9,7 @@
 namespace desktop {
 
 DocumentPage::DocumentPage(QPlainTextEdit* box, Show show, QWidget* parent)
-    : QWidget(parent), box_(box), show_(std::move(show)), find_(new FindBar(*box, this)) {
+    : QWidget(parent), box_(box), show_(std::move(show)) {
   QPalette palette = box_->palette();  // what is found shows while the find bar has the focus
   palette.setColor(QPalette::Inactive, QPalette::Highlight,
                    palette.color(QPalette::Active, QPalette::Highlight));
@@ -20,7 +20,6 @@ DocumentPage::DocumentPage(QPlainTextEdit* box, Show show, QWidget* parent)
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
   layout->addWidget(box_, 1);
-  layout->addWidget(find_);
 }
 
 void DocumentPage::setText(std::string text) {
@@ -33,7 +32,15 @@ void DocumentPage::setText(std::string text) {
 void DocumentPage::showText() {
   outdated_ = false;
   show_(text_);
-  find_->recount();
+  if (find_ != nullptr) find_->recount();
+}
+
+FindBar& DocumentPage::findBar() {
+  if (find_ == nullptr) {
+    find_ = new FindBar(*box_, this);
+    layout()->addWidget(find_);
+  }
+  return *find_;
 }
 
 void DocumentPage::showEvent(QShowEvent* event) {

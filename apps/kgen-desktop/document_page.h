@@ -17,17 +17,18 @@ class DocumentPage final : public QWidget {
   DocumentPage(QPlainTextEdit* box, Show show, QWidget* parent);
 
   void setText(std::string text);
-  void openFind() { find_->open(); }
-  void findNext() { find_->findNext(); }
-  void findPrevious() { find_->findPrevious(); }
+  void openFind() { findBar().open(); }
+  void findNext() { findBar().findNext(); }
+  void findPrevious() { findBar().findPrevious(); }
 
  private:
   void showEvent(QShowEvent* event) override;
   void showText();
+  FindBar& findBar();
 
   QPlainTextEdit* box_;
   Show show_;
-  FindBar* find_;
+  FindBar* find_ = nullptr;  // comes when it is asked for
   std::string text_;
   bool outdated_ = false;
 };
