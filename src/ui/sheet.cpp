@@ -200,7 +200,7 @@ void SheetView::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Paste)) return paste();
   // The system's own list of keys for Delete has Ctrl+D on some desktops.
   if (event->modifiers() == Qt::ControlModifier && event->key() == Qt::Key_D) return fillDown();
-  if (event->key() == Qt::Key_Delete) return clearCells();
+  if (event->matches(QKeySequence::Delete)) return clearCells();
   QTableView::keyPressEvent(event);
 }
 
