@@ -53,7 +53,8 @@ void BlockWindow::build() {
     times_ = timing::measurementTimes(working_, plan_);
   });
   auto* contents = new QSplitter(Qt::Horizontal, this);
-  contents->addWidget(scrolledDown(blockList()));
+  QScrollArea* list = scrolledDown(blockList());
+  contents->addWidget(list);
   auto* form = new Form;
   addFields(*form);
   form->rowStretch();
@@ -63,7 +64,9 @@ void BlockWindow::build() {
   contents->setStretchFactor(2, 1);
   contents->setChildrenCollapsible(false);
   add(*form);
-  onRefresh([settings] { fitWidth(*settings); });
+  onRefresh([list, settings] {
+    for (QScrollArea* each : {list, settings}) fitWidth(*each);
+  });
   setContents(contents);
   listView_->selectRow(static_cast<int>(number_) - 1);
   listView_->resizeColumnsToContents();

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "text/strings.h"
 #include "ui/typing.h"
 
 namespace ui {
@@ -26,18 +27,33 @@ QLabel* dimLabel(QWidget* parent) {
   return label;
 }
 
-/// Only when the box is full the first time: until then it would measure itself for every entry.
-void adjustToContents(QComboBox& box) {
-  if (box.sizeAdjustPolicy() == QComboBox::AdjustToContentsOnFirstShow)
+bool lists(const QComboBox& box, const std::vector<Choice>& choices) {
+  if (static_cast<std::size_t>(box.count()) != choices.size()) return false;
+  for (int i = 0; i < box.count(); ++i) {
+    const Choice& choice = choices[static_cast<std::size_t>(i)];
+    if (box.itemData(i) != choice.code || box.itemText(i) != qstring(choice.text)) return false;
+  }
+  return true;
+}
+
+/// A box measures its list by itself when it is shown first, and must be told to when another takes
+/// the list's place.
+void list(QComboBox& box, const std::vector<Choice>& choices) {
+  if (lists(box, choices)) return;
+  const bool another = box.count() > 0;
+  box.clear();
+  for (const Choice& choice : choices) box.addItem(qstring(choice.text), choice.code);
+  if (another && box.sizeAdjustPolicy() == QComboBox::AdjustToContentsOnFirstShow)
     box.setSizeAdjustPolicy(QComboBox::AdjustToContents);
 }
 
 /// A list with its codes; a code that is not in it gets an entry of its own.
-void fill(QComboBox& box, const std::vector<Choice>& choices, int code) {
+void fill(QComboBox& box, std::vector<Choice> choices, int code) {
+  const auto known = [code](const Choice& choice) { return choice.code == code; };
+  if (std::none_of(choices.begin(), choices.end(), known))
+    choices.push_back({text::concat("?? (", code, ")"), code});
   const QSignalBlocker quiet(box);
-  box.clear();
-  for (const Choice& choice : choices) box.addItem(qstring(choice.text), choice.code);
-  if (box.findData(code) < 0) box.addItem(QString("?? (%1)").arg(code), code);
+  list(box, choices);
   box.setCurrentIndex(box.findData(code));
 }
 
@@ -83,6 +99,7 @@ void describe(QWidget& widget, const QString& caption, const QString& help) {
 
 QScrollArea* scrolled(QWidget* widget) {
   auto* area = new QScrollArea;
+  widget->setAttribute(Qt::WA_Resized);  // by the area; else it would be measured here
   area->setWidget(widget);
   area->setWidgetResizable(true);
   area->setFrameShape(QFrame::NoFrame);
@@ -93,7 +110,6 @@ QScrollArea* scrolled(QWidget* widget) {
 QScrollArea* scrolledDown(QWidget* widget) {
   QScrollArea* area = scrolled(widget);
   area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  fitWidth(*area);
   return area;
 }
 
@@ -232,10 +248,7 @@ Field& Form::addChoice(const FieldText& text, std::function<std::vector<Choice>(
                        std::function<int()> value, std::function<void(int)> store) {
   auto* box = new QComboBox(this);
   Field& field = add(text, box);
-  field.show = [box, choices = std::move(choices), value] {
-    fill(*box, choices(), value());
-    adjustToContents(*box);
-  };
+  field.show = [box, choices = std::move(choices), value] { fill(*box, choices(), value()); };
   connect(box, &QComboBox::activated, this, [this, box, store, &field] {
     store(box->currentData().toInt());
     finishEdit(field);

@@ -34,7 +34,7 @@ void describe(QWidget& widget, const QString& caption, const QString& help);
 
 /// The widget in an area that scrolls when there is less room than it wants.
 QScrollArea* scrolled(QWidget* widget);
-/// With a bar only on a screen that is too low; `fitWidth` when what is in it has changed.
+/// With a bar only on a screen that is too low; as wide as `fitWidth` makes it.
 QScrollArea* scrolledDown(QWidget* widget);
 void fitWidth(QScrollArea& area);
 

@@ -182,7 +182,9 @@ QWidget* frmCanBus::detail() {
   auto* layout = new QVBoxLayout(side);
   layout->setContentsMargins(0, 0, 0, 0);
   auto* top = new QHBoxLayout;
-  top->addWidget(scrolledDown(itemForm()), 1);
+  QScrollArea* form = scrolledDown(itemForm());
+  fitWidth(*form);
+  top->addWidget(form, 1);
   bits_ = new pictures::FrameBits(side);
   describe(*bits_, "Bits of the frame",
            "The bits that the items of the chosen identifier take; click one to choose it.");

@@ -4,6 +4,7 @@
 #include <QHeaderView>
 
 #include "control_bench.h"
+#include "ui/form.h"
 #include "ui/frm_volt_setup.h"
 #include "ui/number_box.h"
 
@@ -80,6 +81,26 @@ TEST_F(TypingIntoVoltages, ColumnsBecomeAsWideAsWhatIsInThem) {
   EXPECT_GT(sheet().columnWidth(alias), before);
   EXPECT_GE(sheet().columnWidth(alias),
             sheet().fontMetrics().horizontalAdvance("InletPressure_01"));
+}
+
+TEST(Lists, AreAsWideAsTheirLongestEntry) {
+  std::vector<ui::Choice> choices = ui::choicesOf({"Standard deviation", "Sample"});
+  std::int16_t value = 0;
+  ui::Form form;
+  const QWidget& box = *form.choice(
+                                {"List:", "A list that grows."}, [&] { return choices; },
+                                [&]() -> std::int16_t& { return value; })
+                            .widget;
+  const auto wide = [&box](const char* entry) {
+    return box.fontMetrics().horizontalAdvance(entry);
+  };
+  EXPECT_LT(box.sizeHint().width(), wide("Standard deviation"));  // measured while it is empty
+  form.refresh();
+  form.show();
+  EXPECT_GT(box.width(), wide("Standard deviation"));
+  choices.push_back({"Standard deviation over the hour", 2});
+  form.refresh();
+  EXPECT_GT(box.sizeHint().width(), wide("Standard deviation over the hour"));
 }
 
 TEST_F(TypingIntoVoltages, RefusedNumbersChangeNothingAndSayWhyUntilTheyAreCorrected) {
