@@ -132,7 +132,14 @@ void SheetView::watchWidths() {
   });
 }
 
+/// The first picture has the columns as wide as they need to be.
+void SheetView::showEvent(QShowEvent* event) {
+  if (widening_.isActive()) widenColumns();
+  QTableView::showEvent(event);
+}
+
 void SheetView::widenColumns() {
+  widening_.stop();
   const int widest = fontMetrics().horizontalAdvance(QString(30, '0'));
   for (int column = 0; column + 1 < sheet_.columnCount(); ++column) {
     if (ownWidths_.contains(column)) continue;

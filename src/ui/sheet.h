@@ -93,6 +93,7 @@ class SheetView final : public QTableView {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   [[nodiscard]] QModelIndex corner() const;
