@@ -21,6 +21,7 @@ using model::CalculatedField;
 
 const std::vector<std::string> types = {"Expression", "Running average"};
 constexpr int expressionColumn = 3;
+constexpr int lettersOfVariable = 20;
 constexpr std::int16_t usualSamples = 10;  // of a running average
 
 /// The expression with what is wrong in it marked: "Press1 + >>Pres2<<".
@@ -154,6 +155,9 @@ QWidget* frmCalcFields::buttons() {
   add("&Remove field", "Takes the chosen field out.", [this] { removeField(); });
   layout->addStretch(1);
   variables_->setObjectName("variables");
+  // It would measure each of its names, of which there may be thousands.
+  variables_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  variables_->setMinimumContentsLength(lettersOfVariable);
   describe(*variables_, "Variables", "Variables that expressions can use.");
   onRefresh([this] { offerVariables(); });
   layout->addWidget(variables_);
