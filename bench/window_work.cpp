@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QFontDialog>
 #include <QObject>
 #include <QScrollBar>
 #include <QTableView>
@@ -7,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -20,7 +22,7 @@
 
 /// window_work PROJECT NAME MILLISECONDS: how long each window takes to open, how long an edit
 /// holds the main window up, and how long after it summary, program, budget and findings are those
-/// of the edit; and how long a page of the longest sheet takes.
+/// of the edit; and how long a page of the longest sheet takes. A dialog of Qt is the peer.
 namespace {
 
 constexpr int rounds = 9;
@@ -60,6 +62,12 @@ class Reviewed {
 class Table {
  public:
   explicit Table(int atMostMs) : atMostMs_(atMostMs) {}
+  /// Without a limit: tells how fast the machine is now.
+  static void addPeer(const char* project, const std::string& work,
+                      const std::vector<double>& micros) {
+    std::printf("%-8s %-44s %8.1f ms %9s\n", project, work.c_str(), bench::median(micros) / 1000,
+                "-");
+  }
   void add(const char* project, const std::string& work, const std::vector<double>& micros) {
     const double ms = bench::median(micros) / 1000;
     std::printf("%-8s %-44s %8.1f ms %6d ms%s\n", project, work.c_str(), ms, atMostMs_,
@@ -83,6 +91,19 @@ std::vector<double> opened(desktop::MainWindow& window, int button) {
     if (shown == nullptr) throw std::runtime_error("a window does not open");
     shown->reject();
     drawAll();
+  }
+  return micros;
+}
+
+std::vector<double> openedByQt() {
+  std::vector<double> micros;
+  for (int i = 0; i < rounds; ++i) {
+    std::optional<QFontDialog> dialog;
+    micros.push_back(microsOf([&] {
+      dialog.emplace().setOption(QFontDialog::DontUseNativeDialog);
+      dialog->show();
+      drawAll();
+    }));
   }
   return micros;
 }
@@ -146,6 +167,7 @@ bool measure(const QString& file, const char* project, int atMostMs) {
   window.open(file);
   reviewed.wait();
   Table table(atMostMs);
+  Table::addPeer(project, "opening Qt's own choice of a font", openedByQt());
   for (std::size_t button = 0; button < windows; ++button) {
     std::string caption(control::panel::buttons[button].caption);
     std::erase(caption, '&');
